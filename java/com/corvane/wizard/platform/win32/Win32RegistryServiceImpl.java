@@ -1,0 +1,283 @@
+package com.corvane.wizard.platform.win32;
+
+import com.corvane.wizard.service.ServiceException;
+
+/**
+ * The Windows registry.
+ *
+ * <p>Every method names a key by a root (one of the constants below) and a path below it, with
+ * backslashes. A null path is the root itself. A null or empty value name is the key's default value.
+ * Strings end at their first NUL character, which the registry cannot hold in names and texts.
+ *
+ * <p>A failure of Windows is thrown as {@link ServiceException} with the method's code and the system's
+ * message; a value of another type than the one that is read fails with 1804 (ERROR_INVALID_DATATYPE),
+ * a root that does not exist with 6 (ERROR_INVALID_HANDLE). Several methods share a code where the kind
+ * of failure is the same.
+ *
+ * <p>On Windows 95, 98 and ME the ANSI functions are called, and text goes through the ANSI code page;
+ * elsewhere the wide functions. The object has no state; its methods may be called from any thread.
+ */
+public class Win32RegistryServiceImpl {
+
+    /** HKEY_CLASSES_ROOT. */
+    public static final int HKEY_CLASSES_ROOT = 1;
+
+    /** HKEY_CURRENT_CONFIG. */
+    public static final int HKEY_CURRENT_CONFIG = 2;
+
+    /** HKEY_CURRENT_USER. */
+    public static final int HKEY_CURRENT_USER = 3;
+
+    /** HKEY_LOCAL_MACHINE. */
+    public static final int HKEY_LOCAL_MACHINE = 4;
+
+    /** HKEY_USERS. */
+    public static final int HKEY_USERS = 5;
+
+    static {
+        Win32Library.load();
+    }
+
+    /**
+     * Tells whether a key is there. A root itself always is. Windows: RegOpenKeyEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return false when the key is missing
+     * @throws ServiceException -100001, for every other reason why it cannot be opened
+     */
+    public native boolean keyExists(int root, String key) throws ServiceException;
+
+    /**
+     * Tells whether a value is there. Windows: RegQueryValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @param name the name of the value, or null
+     * @return false when the value or its key is missing
+     * @throws ServiceException -100014
+     */
+    public native boolean valueExists(int root, String key, String name) throws ServiceException;
+
+    /**
+     * Makes a key below another. A key that is there already is a success. Windows: RegCreateKeyEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the parent, which must be there, or null
+     * @param subKey the name of the new key, or a path below the parent
+     * @throws ServiceException -100012
+     */
+    public native void createKey(int root, String key, String subKey) throws ServiceException;
+
+    /**
+     * Deletes a key with all its values and sub-keys. What was deleted before a failure stays deleted.
+     * Windows: RegEnumKeyEx and RegDeleteKey.
+     *
+     * @param root one of the roots
+     * @param key the path of the parent, or null
+     * @param subKey the name of the key to delete; on the NT family a null or empty name fails with
+     *     1010 (ERROR_BADKEY)
+     * @param mustExist whether a key that is missing is a failure
+     * @throws ServiceException -100002
+     */
+    public native void deleteKey(int root, String key, String subKey, boolean mustExist) throws ServiceException;
+
+    /**
+     * Deletes a value. Windows: RegDeleteValue.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, which must be there when {@code mustExist}, or null
+     * @param name the name of the value, or null
+     * @param mustExist whether a value that is missing is a failure
+     * @throws ServiceException -100002
+     */
+    public native void deleteValue(int root, String key, String name, boolean mustExist) throws ServiceException;
+
+    /**
+     * Tells whether a key has neither sub-keys nor values. Windows: RegQueryInfoKey. This method and the
+     * other four that count or measure leave the key open until the process ends.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return true when it is empty
+     * @throws ServiceException -100003
+     */
+    public native boolean isKeyEmpty(int root, String key) throws ServiceException;
+
+    /**
+     * Counts the sub-keys of a key. Windows: RegQueryInfoKey.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return how many there are, not counting deeper levels
+     * @throws ServiceException -100003
+     */
+    public native int countSubKeys(int root, String key) throws ServiceException;
+
+    /**
+     * Counts the values of a key. Windows: RegQueryInfoKey.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return how many there are
+     * @throws ServiceException -100003
+     */
+    public native int countValuesInKey(int root, String key) throws ServiceException;
+
+    /**
+     * Measures the names of a key's sub-keys. Windows: RegQueryInfoKey.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return the characters of the longest, 0 when there is none
+     * @throws ServiceException -100003
+     */
+    public native int longestSubKeyNameLength(int root, String key) throws ServiceException;
+
+    /**
+     * Measures the names of a key's values. Windows: RegQueryInfoKey.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return the characters of the longest, 0 when there is none
+     * @throws ServiceException -100003
+     */
+    public native int longestValueNameLength(int root, String key) throws ServiceException;
+
+    /**
+     * Measures the data of a key's values. Windows: RegQueryInfoKey.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return the bytes of the longest, 0 when there is none
+     * @throws ServiceException -100003
+     */
+    public native int longestValueNameData(int root, String key) throws ServiceException;
+
+    /**
+     * Lists the sub-keys of a key. Windows: RegEnumKey. Leaves the key open until the process ends.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return their names in the system's order; an empty array when there is none
+     * @throws ServiceException -100013
+     */
+    public native String[] getSubkeyNames(int root, String key) throws ServiceException;
+
+    /**
+     * Lists the values of a key. Windows: RegEnumValue. Leaves the key open until the process ends.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @return their names in the system's order; an empty array when there is none
+     * @throws ServiceException -100000; with 234 (ERROR_MORE_DATA) when a name does not fit into 1024
+     *     characters
+     */
+    public native String[] getKeyValueNames(int root, String key) throws ServiceException;
+
+    /**
+     * Tells the type of a value. Windows: RegQueryValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @param name the name of the value, or null
+     * @return the number of the type: 1 REG_SZ, 2 REG_EXPAND_SZ, 3 REG_BINARY, 4 REG_DWORD,
+     *     7 REG_MULTI_SZ, or another of Windows'
+     * @throws ServiceException -100011
+     */
+    public native int getValueType(int root, String key, String name) throws ServiceException;
+
+    /**
+     * Reads a text: a REG_SZ or a REG_EXPAND_SZ. Windows: RegQueryValueEx, ExpandEnvironmentStrings.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @param name the name of the value, or null
+     * @param expand whether the environment variables in a REG_EXPAND_SZ are replaced; a replacement
+     *     that fails gives the empty text
+     * @return the text up to its first NUL
+     * @throws ServiceException -100008
+     */
+    public native String getStringValue(int root, String key, String name, boolean expand) throws ServiceException;
+
+    /**
+     * Reads a number: a REG_DWORD. Windows: RegQueryValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @param name the name of the value, or null
+     * @return the 32 bits; numbers from 2147483648 on are negative
+     * @throws ServiceException -100008
+     */
+    public native int get32BitValue(int root, String key, String name) throws ServiceException;
+
+    /**
+     * Reads a list of texts: a REG_MULTI_SZ. Windows: RegQueryValueEx. In a two-byte ANSI code page,
+     * on Windows 95, 98 and ME, empty texts follow the list, one for each two-byte character.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @param name the name of the value, or null
+     * @return the texts; an empty array when there is none
+     * @throws ServiceException -100009
+     */
+    public native String[] getMultiStringValue(int root, String key, String name) throws ServiceException;
+
+    /**
+     * Reads bytes: a REG_BINARY. Windows: RegQueryValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, or null
+     * @param name the name of the value, or null
+     * @return the bytes
+     * @throws ServiceException -100010; with 0x8007000E (E_OUTOFMEMORY) when the array cannot be made
+     */
+    public native byte[] getBinaryValue(int root, String key, String name) throws ServiceException;
+
+    /**
+     * Writes a text. It is stored without a terminating NUL. Windows: RegSetValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, which must be there, or null
+     * @param name the name of the value, or null
+     * @param expandable whether it becomes a REG_EXPAND_SZ instead of a REG_SZ
+     * @param value the text; null stores no bytes at all, an empty text one byte
+     * @throws ServiceException -100004
+     */
+    public native void setStringValue(int root, String key, String name, boolean expandable, String value)
+            throws ServiceException;
+
+    /**
+     * Writes a list of texts as a REG_MULTI_SZ. Windows: RegSetValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, which must be there, or null
+     * @param name the name of the value, or null
+     * @param values the texts; an element that is null counts as an empty text
+     * @throws ServiceException -100005; with 87 (ERROR_INVALID_PARAMETER) when {@code values} is null
+     */
+    public native void setMultiStringValue(int root, String key, String name, String[] values)
+            throws ServiceException;
+
+    /**
+     * Writes a number as a REG_DWORD. Windows: RegSetValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, which must be there, or null
+     * @param name the name of the value, or null
+     * @param value the 32 bits
+     * @throws ServiceException -100006
+     */
+    public native void set32BitValue(int root, String key, String name, int value) throws ServiceException;
+
+    /**
+     * Writes bytes as a REG_BINARY. Windows: RegSetValueEx.
+     *
+     * @param root one of the roots
+     * @param key the path of the key, which must be there, or null
+     * @param name the name of the value, or null
+     * @param data the bytes
+     * @throws ServiceException -100007; with 87 (ERROR_INVALID_PARAMETER) when {@code data} is null
+     */
+    public native void setBinaryValue(int root, String key, String name, byte[] data) throws ServiceException;
+}

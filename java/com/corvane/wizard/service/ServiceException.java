@@ -1,0 +1,73 @@
+package com.corvane.wizard.service;
+
+/**
+ * A service of the operating system failed.
+ *
+ * <p>{@link #getCode() The code} says which operation failed, {@link #getMessage() the message} why: it
+ * is the system's own text for the error, with the line break that ends it, a blank, and the error's
+ * number in parentheses. A failure that nobody expected (a lack of memory, say) has the code
+ * {@link #UNEXPECTED} and no message.
+ *
+ * <p>The native library makes these exceptions: it calls the constructors and {@link #setSeverity} by
+ * name and signature, and reads {@link #OPERATION_NOT_SUPPORTED}.
+ */
+public class ServiceException extends Exception {
+
+    /** The code of an operation that this Windows does not have. */
+    public static final int OPERATION_NOT_SUPPORTED = -1;
+
+    /** The code of an unexpected failure: E_FAIL. */
+    public static final int UNEXPECTED = 0x80004005;
+
+    private static final long serialVersionUID = 1L;
+
+    private final int code;
+    private int severity;
+
+    /**
+     * Makes an exception without a message.
+     *
+     * @param code which operation failed
+     */
+    public ServiceException(int code) {
+        this.code = code;
+    }
+
+    /**
+     * Makes an exception with a message.
+     *
+     * @param code which operation failed
+     * @param message why it failed
+     */
+    public ServiceException(int code, String message) {
+        super(message);
+        this.code = code;
+    }
+
+    /**
+     * Which operation failed.
+     *
+     * @return a negative number; the operations name theirs
+     */
+    public int getCode() {
+        return code;
+    }
+
+    /**
+     * How severe the failure is.
+     *
+     * @return 1 for a severe failure, otherwise 0
+     */
+    public int getSeverity() {
+        return severity;
+    }
+
+    /**
+     * Says how severe the failure is.
+     *
+     * @param severity 1 for a severe failure, otherwise 0
+     */
+    public void setSeverity(int severity) {
+        this.severity = severity;
+    }
+}

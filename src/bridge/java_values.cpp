@@ -1,0 +1,98 @@
+#include "bridge/java_values.h"
+
+#include <windows.h>
+
+#include <climits>
+
+#include "bridge/jni_string.h"
+#include "bridge/win32_failure.h"
+
+namespace {
+
+/// A length that Java can hold. Nothing that the system returns is longer; were it, no exact answer
+/// could be given.
+jsize javaLength(size_t length) {
+  if (length > INT_MAX) {
+    throw Win32Failure(ERROR_ARITHMETIC_OVERFLOW);
+  }
+  return static_cast<jsize>(length);
+}
+
+/// Owns what a JNI function made; throws when it made nothing.
+template <class Reference>
+LocalReference<Reference> made(JNIEnv* env, Reference reference) {
+  if (reference == nullptr) {
+    throw PendingJavaException();
+  }
+  return {env, reference};
+}
+
+void requireArray(jarray array) {
+  if (array == nullptr) {
+    throw Win32Failure(ERROR_INVALID_PARAMETER);
+  }
+}
+
+WString elementText(JNIEnv* env, jobjectArray strings, jsize index) {
+  const LocalReference element(env, env->GetObjectArrayElement(strings, index));
+  throwIfJavaExceptionPending(env);
+  const JniString text(env, static_cast<jstring>(element.get()));
+  return text.get() == nullptr ? WString() : WString(text.get());
+}
+
+}  // namespace
+
+void throwIfJavaExceptionPending(JNIEnv* env) {
+  if (env->ExceptionCheck() != JNI_FALSE) {
+    throw PendingJavaException();
+  }
+}
+
+jstring newJavaString(JNIEnv* env, const WString& text) {
+  const auto* units = reinterpret_cast<const jchar*>(text.c_str());
+  return made(env, env->NewString(units, javaLength(text.size()))).release();
+}
+
+jobjectArray newJavaStringArray(JNIEnv* env, const std::vector<WString>& texts) {
+  const auto type = made(env, env->FindClass("java/lang/String"));
+  auto array = made(env, env->NewObjectArray(javaLength(texts.size()), type.get(), nullptr));
+  jsize index = 0;
+  for (const WString& text : texts) {
+    const auto element = made(env, newJavaString(env, text));
+    env->SetObjectArrayElement(array.get(), index++, element.get());
+    throwIfJavaExceptionPending(env);
+  }
+  return array.release();
+}
+
+jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes) {
+  const jsize length = javaLength(bytes.byteLength());
+  LocalReference array(env, env->NewByteArray(length));
+  if (!array) {
+    throw Win32Failure(static_cast<uint32_t>(E_OUTOFMEMORY));
+  }
+  env->SetByteArrayRegion(array.get(), 0, length, bytes.data<const jbyte>());
+  throwIfJavaExceptionPending(env);
+  return array.release();
+}
+
+std::vector<WString> textsFromJava(JNIEnv* env, jobjectArray strings) {
+  requireArray(strings);
+  const jsize length = env->GetArrayLength(strings);
+  std::vector<WString> texts;
+  texts.reserve(static_cast<size_t>(length));
+  for (jsize index = 0; index < length; ++index) {
+    texts.push_back(elementText(env, strings, index));
+  }
+  return texts;
+}
+
+ByteBuffer bytesFromJava(JNIEnv* env, jbyteArray bytes) {
+  requireArray(bytes);
+  const jsize length = env->GetArrayLength(bytes);
+  ByteBuffer buffer;
+  buffer.allocate(static_cast<uint32_t>(length), 1);
+  env->GetByteArrayRegion(bytes, 0, length, buffer.data<jbyte>());
+  throwIfJavaExceptionPending(env);
+  return buffer;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <jni.h>
+#include <windows.h>
+
+#include "bridge/service_exception.h"
+#include "bridge/win32_failure.h"
+
+/// What Java is told when something failed that nobody expected, memory included: no message.
+constexpr jint kUnexpectedFailure = E_FAIL;
+
+/// The frame around the work of every exported function: does the work and returns its result. A
+/// Win32Failure is reported to Java with the native's own `code` and the error as message, anything
+/// else as an unexpected failure, and Java gets the default value of the type. No C++ exception
+/// gets past it, and it is the only place that catches them all.
+template <class Work>
+auto nativeFrame(JNIEnv* env, jint code, const Work& work) noexcept -> decltype(work()) {
+  try {
+    try {
+      return work();
+    } catch (const Win32Failure& failure) {
+      throwServiceException(env, code, failure.code());
+    }
+  } catch (...) {
+    throwServiceException(env, kUnexpectedFailure);
+  }
+  return decltype(work())();
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+#include "bridge/last_error.h"
+
+/// The scoped owner of one handle. `Traits` say what is owned:
+///   using Handle = ...;
+///   static Handle none();               // the value that owns nothing and is never closed
+///   static void close(Handle) noexcept;
+/// Closing keeps the thread's last error.
+template <class Traits>
+class ScopedHandle {
+ public:
+  using Handle = typename Traits::Handle;
+
+  explicit ScopedHandle(Handle handle = Traits::none()) noexcept : handle_(handle) {}
+  ScopedHandle(ScopedHandle&& other) noexcept : handle_(other.release()) {}
+  ScopedHandle(const ScopedHandle&) = delete;
+  ScopedHandle& operator=(const ScopedHandle&) = delete;
+  ScopedHandle& operator=(ScopedHandle&&) = delete;
+  ~ScopedHandle() { close(); }
+
+  explicit operator bool() const noexcept { return handle_ != Traits::none(); }
+  Handle get() const noexcept { return handle_; }
+
+  /// Where a system function puts the handle that it makes.
+  Handle* receive() noexcept {
+    close();
+    return &handle_;
+  }
+
+  /// Hands the handle over: it is the caller's to close, or visibly to leave open.
+  [[nodiscard]] Handle release() noexcept { return std::exchange(handle_, Traits::none()); }
+
+  void close() noexcept {
+    if (handle_ != Traits::none()) {
+      const LastErrorKeeper keeper;
+      Traits::close(release());
+    }
+  }
+
+ private:
+  Handle handle_;
+};
+
+struct ModuleTraits {
+  using Handle = HMODULE;
+  static Handle none() noexcept { return nullptr; }
+  static void close(Handle module) noexcept { FreeLibrary(module); }
+};
+
+/// A module loaded with LoadLibrary; freed with FreeLibrary.
+using ScopedModule = ScopedHandle<ModuleTraits>;
+
+struct LocalTraits {
+  using Handle = void*;
+  static Handle none() noexcept { return nullptr; }
+  static void close(Handle block) noexcept { LocalFree(block); }
+};
+
+/// A block that the system allocated with LocalAlloc, such as FormatMessage's text; freed with
+/// LocalFree.
+using LocalHolder = ScopedHandle<LocalTraits>;

@@ -1,0 +1,335 @@
+#include <com_corvane_wizard_platform_win32_Win32RegistryServiceImpl.h>
+
+#include "bridge/java_values.h"
+#include "bridge/jni_string.h"
+#include "bridge/native_frame.h"
+#include "registry/registry_key.h"
+
+// The natives of Win32RegistryServiceImpl. What each does, takes and raises is said at its Java
+// declaration; the work is RegistryKey's.
+
+namespace {
+
+// What Java is told when a native fails. Natives share a code where the kind of failure is the
+// same, on purpose; the message tells the cause.
+constexpr jint kGetValueNamesFailed = -100000;
+constexpr jint kKeyExistsFailed = -100001;
+constexpr jint kDeleteFailed = -100002;
+constexpr jint kQueryInfoFailed = -100003;
+constexpr jint kSetStringFailed = -100004;
+constexpr jint kSetMultiStringFailed = -100005;
+constexpr jint kSet32BitFailed = -100006;
+constexpr jint kSetBinaryFailed = -100007;
+constexpr jint kGetValueFailed = -100008;
+constexpr jint kGetMultiStringFailed = -100009;
+constexpr jint kGetBinaryFailed = -100010;
+constexpr jint kGetValueTypeFailed = -100011;
+constexpr jint kCreateKeyFailed = -100012;
+constexpr jint kGetSubKeyNamesFailed = -100013;
+constexpr jint kValueExistsFailed = -100014;
+
+/// The five natives that ask for one number of a key's information.
+jint queryNumber(JNIEnv* env, jint root, jstring key, DWORD RegistryKeyInfo::*number) {
+  return nativeFrame(env, kQueryInfoFailed, [&] {
+    const JniString path(env, key);
+    return static_cast<jint>(RegistryKey().queryInfo(rootFromJava(root), path.get()).*number);
+  });
+}
+
+}  // namespace
+
+JNIEXPORT jboolean JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_keyExists(JNIEnv* env,
+                                                                          jobject,
+                                                                          jint root,
+                                                                          jstring key) {
+  return nativeFrame(env, kKeyExistsFailed, [&] {
+    const JniString path(env, key);
+    return toJavaBoolean(RegistryKey().keyExists(rootFromJava(root), path.get()));
+  });
+}
+
+JNIEXPORT jboolean JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_valueExists(JNIEnv* env,
+                                                                            jobject,
+                                                                            jint root,
+                                                                            jstring key,
+                                                                            jstring name) {
+  return nativeFrame(env, kValueExistsFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    return toJavaBoolean(
+        RegistryKey().valueExists(rootFromJava(root), path.get(), valueName.get()));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_createKey(JNIEnv* env,
+                                                                          jobject,
+                                                                          jint root,
+                                                                          jstring key,
+                                                                          jstring subKey) {
+  return nativeFrame(env, kCreateKeyFailed, [&] {
+    const JniString path(env, key);
+    const JniString name(env, subKey);
+    RegistryKey().createKey(rootFromJava(root), path.get(), name.get());
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_deleteKey(JNIEnv* env,
+                                                                          jobject,
+                                                                          jint root,
+                                                                          jstring key,
+                                                                          jstring subKey,
+                                                                          jboolean mustExist) {
+  return nativeFrame(env, kDeleteFailed, [&] {
+    const JniString path(env, key);
+    const JniString name(env, subKey);
+    RegistryKey().deleteKey(rootFromJava(root), path.get(), name.get(), fromJavaBoolean(mustExist));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_deleteValue(JNIEnv* env,
+                                                                            jobject,
+                                                                            jint root,
+                                                                            jstring key,
+                                                                            jstring name,
+                                                                            jboolean mustExist) {
+  return nativeFrame(env, kDeleteFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    RegistryKey().deleteValue(rootFromJava(root),
+                              path.get(),
+                              valueName.get(),
+                              fromJavaBoolean(mustExist));
+  });
+}
+
+JNIEXPORT jboolean JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_isKeyEmpty(JNIEnv* env,
+                                                                           jobject,
+                                                                           jint root,
+                                                                           jstring key) {
+  return nativeFrame(env, kQueryInfoFailed, [&] {
+    const JniString path(env, key);
+    const RegistryKeyInfo info = RegistryKey().queryInfo(rootFromJava(root), path.get());
+    return toJavaBoolean(info.subKeyCount == 0 && info.valueCount == 0);
+  });
+}
+
+JNIEXPORT jint JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_countSubKeys(JNIEnv* env,
+                                                                             jobject,
+                                                                             jint root,
+                                                                             jstring key) {
+  return queryNumber(env, root, key, &RegistryKeyInfo::subKeyCount);
+}
+
+JNIEXPORT jint JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_countValuesInKey(JNIEnv* env,
+                                                                                 jobject,
+                                                                                 jint root,
+                                                                                 jstring key) {
+  return queryNumber(env, root, key, &RegistryKeyInfo::valueCount);
+}
+
+JNIEXPORT jint JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_longestSubKeyNameLength(
+    JNIEnv* env,
+    jobject,
+    jint root,
+    jstring key) {
+  return queryNumber(env, root, key, &RegistryKeyInfo::maxSubKeyNameLength);
+}
+
+JNIEXPORT jint JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_longestValueNameLength(
+    JNIEnv* env,
+    jobject,
+    jint root,
+    jstring key) {
+  return queryNumber(env, root, key, &RegistryKeyInfo::maxValueNameLength);
+}
+
+JNIEXPORT jint JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_longestValueNameData(JNIEnv* env,
+                                                                                     jobject,
+                                                                                     jint root,
+                                                                                     jstring key) {
+  return queryNumber(env, root, key, &RegistryKeyInfo::maxValueDataLength);
+}
+
+JNIEXPORT jobjectArray JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getSubkeyNames(JNIEnv* env,
+                                                                               jobject,
+                                                                               jint root,
+                                                                               jstring key) {
+  return nativeFrame(env, kGetSubKeyNamesFailed, [&] {
+    const JniString path(env, key);
+    return newJavaStringArray(env, RegistryKey().getSubKeyNames(rootFromJava(root), path.get()));
+  });
+}
+
+JNIEXPORT jobjectArray JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getKeyValueNames(JNIEnv* env,
+                                                                                 jobject,
+                                                                                 jint root,
+                                                                                 jstring key) {
+  return nativeFrame(env, kGetValueNamesFailed, [&] {
+    const JniString path(env, key);
+    return newJavaStringArray(env, RegistryKey().getValueNames(rootFromJava(root), path.get()));
+  });
+}
+
+JNIEXPORT jint JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getValueType(JNIEnv* env,
+                                                                             jobject,
+                                                                             jint root,
+                                                                             jstring key,
+                                                                             jstring name) {
+  return nativeFrame(env, kGetValueTypeFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    return static_cast<jint>(
+        RegistryKey().getValueType(rootFromJava(root), path.get(), valueName.get()));
+  });
+}
+
+JNIEXPORT jstring JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getStringValue(JNIEnv* env,
+                                                                               jobject,
+                                                                               jint root,
+                                                                               jstring key,
+                                                                               jstring name,
+                                                                               jboolean expand) {
+  WString text;
+  nativeFrame(env, kGetValueFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    text = RegistryKey().getStringValue(rootFromJava(root),
+                                        path.get(),
+                                        valueName.get(),
+                                        fromJavaBoolean(expand));
+  });
+  // Also after a failure, on purpose: Java receives an empty string together with the exception.
+  return env->NewString(reinterpret_cast<const jchar*>(text.c_str()),
+                        static_cast<jsize>(text.size()));
+}
+
+JNIEXPORT jint JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_get32BitValue(JNIEnv* env,
+                                                                              jobject,
+                                                                              jint root,
+                                                                              jstring key,
+                                                                              jstring name) {
+  return nativeFrame(env, kGetValueFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    return static_cast<jint>(
+        RegistryKey().get32BitValue(rootFromJava(root), path.get(), valueName.get()));
+  });
+}
+
+JNIEXPORT jobjectArray JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getMultiStringValue(JNIEnv* env,
+                                                                                    jobject,
+                                                                                    jint root,
+                                                                                    jstring key,
+                                                                                    jstring name) {
+  return nativeFrame(env, kGetMultiStringFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    return newJavaStringArray(
+        env,
+        RegistryKey().getMultiStringValue(rootFromJava(root), path.get(), valueName.get()));
+  });
+}
+
+JNIEXPORT jbyteArray JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getBinaryValue(JNIEnv* env,
+                                                                               jobject,
+                                                                               jint root,
+                                                                               jstring key,
+                                                                               jstring name) {
+  return nativeFrame(env, kGetBinaryFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    return newJavaByteArray(
+        env,
+        RegistryKey().getBinaryValue(rootFromJava(root), path.get(), valueName.get()));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setStringValue(JNIEnv* env,
+                                                                               jobject,
+                                                                               jint root,
+                                                                               jstring key,
+                                                                               jstring name,
+                                                                               jboolean expandable,
+                                                                               jstring value) {
+  return nativeFrame(env, kSetStringFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    const JniString text(env, value);
+    RegistryKey().setStringValue(rootFromJava(root),
+                                 path.get(),
+                                 valueName.get(),
+                                 fromJavaBoolean(expandable),
+                                 text.get());
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setMultiStringValue(
+    JNIEnv* env,
+    jobject,
+    jint root,
+    jstring key,
+    jstring name,
+    jobjectArray values) {
+  return nativeFrame(env, kSetMultiStringFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    RegistryKey().setMultiStringValue(rootFromJava(root),
+                                      path.get(),
+                                      valueName.get(),
+                                      textsFromJava(env, values));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_set32BitValue(JNIEnv* env,
+                                                                              jobject,
+                                                                              jint root,
+                                                                              jstring key,
+                                                                              jstring name,
+                                                                              jint value) {
+  return nativeFrame(env, kSet32BitFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    RegistryKey().set32BitValue(rootFromJava(root),
+                                path.get(),
+                                valueName.get(),
+                                static_cast<uint32_t>(value));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setBinaryValue(JNIEnv* env,
+                                                                               jobject,
+                                                                               jint root,
+                                                                               jstring key,
+                                                                               jstring name,
+                                                                               jbyteArray data) {
+  return nativeFrame(env, kSetBinaryFailed, [&] {
+    const JniString path(env, key);
+    const JniString valueName(env, name);
+    RegistryKey().setBinaryValue(rootFromJava(root),
+                                 path.get(),
+                                 valueName.get(),
+                                 bytesFromJava(env, data));
+  });
+}

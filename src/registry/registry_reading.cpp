@@ -1,0 +1,202 @@
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <utility>
+
+#include "bridge/ansi_or_wide.h"
+#include "registry/multi_string.h"
+#include "registry/registry_key.h"
+#include "registry/registry_result.h"
+#include "registry/scoped_registry_key.h"
+
+namespace {
+
+/// The first attempt at reading, in UTF-16 units: most values fit, and need one query only.
+constexpr uint32_t kStringUnits = 256;
+constexpr uint32_t kMultiStringUnits = 1024;
+
+/// The size of the buffer that only asks ExpandEnvironmentStrings how much it needs.
+constexpr DWORD kScratchSize = 4;
+
+void throwUnlessType(DWORD type, DWORD expected) {
+  if (type != expected) {
+    throw RegistryException(ERROR_INVALID_DATATYPE);
+  }
+}
+
+uint32_t expandWide(const wchar_t* text, ByteBuffer& out) {
+  wchar_t scratch[kScratchSize];
+  const DWORD count = ExpandEnvironmentStringsW(text, scratch, kScratchSize);
+  if (count == 0) {
+    return 0;
+  }
+  out.allocate(count, sizeof(wchar_t));
+  return ExpandEnvironmentStringsW(text, out.data<wchar_t>(), out.count());
+}
+
+uint32_t expandAnsi(const wchar_t* text, ByteBuffer& out) {
+  const AnsiText ansi(text);
+  char scratch[kScratchSize];
+  DWORD count = ExpandEnvironmentStringsA(ansi, scratch, kScratchSize);
+  if (count == 0) {
+    return 0;
+  }
+  ByteBuffer expanded;
+  expanded.allocate(count, sizeof(char));
+  count = ExpandEnvironmentStringsA(ansi, expanded.data<char>(), expanded.count());
+  // Through a string, because an environment that grew in between leaves no terminator.
+  const auto* bytes = expanded.data<const char>();
+  ansiToWide(std::string(bytes, strnlen(bytes, expanded.count())).c_str(), out);
+  return count;
+}
+
+}  // namespace
+
+/// What RegQueryValueEx gave: of the buffer, the first `size` bytes.
+struct RegistryKey::Value {
+  DWORD type = 0;
+  ByteBuffer data;
+  DWORD size = 0;
+};
+
+/// Queries into the buffer that `value` has. Without one, the system only tells the size.
+LSTATUS RegistryKey::queryValue(HKEY key, const wchar_t* name, Value& value) const {
+  value.size = static_cast<DWORD>(value.data.byteLength());
+  return ansiOrWide(isWin9x_,
+                    RegQueryValueExA,
+                    RegQueryValueExW,
+                    key,
+                    name,
+                    nullptr,
+                    &value.type,
+                    value.data.data<BYTE>(),
+                    &value.size);
+}
+
+/// Reads a value into a buffer of `units` UTF-16 units, or, when it does not fit, of the size that
+/// the system then asks for; once, so that a value that keeps growing ends in ERROR_MORE_DATA.
+RegistryKey::Value RegistryKey::readValue(int root,
+                                          const wchar_t* path,
+                                          const wchar_t* name,
+                                          uint32_t units) const {
+  Value value;
+  value.data.allocate(units, sizeof(wchar_t));
+  ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
+  LSTATUS result = queryValue(key.get(), name, value);
+  if (result == ERROR_MORE_DATA) {
+    value.data.allocate(value.size, 1);
+    result = queryValue(key.get(), name, value);
+  }
+  key.close();
+  throwUnlessSuccess(result);
+  value.size = std::min(value.size, static_cast<DWORD>(value.data.byteLength()));
+  return value;
+}
+
+WString RegistryKey::textOf(const Value& value) const {
+  return isWin9x_ ? boundedTextFromAnsi(value.data.data<char>(), value.size)
+                  : boundedText(value.data.data<wchar_t>(), value.size / sizeof(wchar_t));
+}
+
+bool RegistryKey::valueExists(int root, const wchar_t* path, const wchar_t* name) const {
+  HKEY opened = nullptr;
+  LSTATUS result = tryOpen(root, path, KEY_QUERY_VALUE, opened);
+  if (result == ERROR_SUCCESS) {
+    const ScopedRegistryKey key(opened);
+    result = ansiOrWide(isWin9x_,
+                        RegQueryValueExA,
+                        RegQueryValueExW,
+                        opened,
+                        name,
+                        nullptr,
+                        nullptr,
+                        nullptr,
+                        nullptr);
+  }
+  return foundOrMissing(result);
+}
+
+DWORD RegistryKey::getValueType(int root, const wchar_t* path, const wchar_t* name) const {
+  DWORD type = 0;
+  const ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
+  throwUnlessSuccess(ansiOrWide(isWin9x_,
+                                RegQueryValueExA,
+                                RegQueryValueExW,
+                                key.get(),
+                                name,
+                                nullptr,
+                                &type,
+                                nullptr,
+                                nullptr));
+  return type;
+}
+
+WString RegistryKey::getStringValue(int root,
+                                    const wchar_t* path,
+                                    const wchar_t* name,
+                                    bool expand) const {
+  const Value value = readValue(root, path, name, kStringUnits);
+  WString text = textOf(value);
+  if (value.type == REG_EXPAND_SZ) {
+    return expand ? expanded(text) : text;
+  }
+  throwUnlessType(value.type, REG_SZ);
+  return text;
+}
+
+uint32_t RegistryKey::get32BitValue(int root, const wchar_t* path, const wchar_t* name) const {
+  DWORD type = 0;
+  DWORD number = 0xFFFF;  // what a value shorter than four bytes leaves in place
+  DWORD size = sizeof(number);
+  const ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
+  throwUnlessSuccess(ansiOrWide(isWin9x_,
+                                RegQueryValueExA,
+                                RegQueryValueExW,
+                                key.get(),
+                                name,
+                                nullptr,
+                                &type,
+                                reinterpret_cast<BYTE*>(&number),
+                                &size));
+  throwUnlessType(type, REG_DWORD);
+  return number;
+}
+
+ByteBuffer RegistryKey::getBinaryValue(int root, const wchar_t* path, const wchar_t* name) const {
+  Value value;
+  ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
+  throwUnlessSuccess(queryValue(key.get(), name, value));
+  value.data.allocate(value.size, 1);
+  throwUnlessSuccess(queryValue(key.get(), name, value));
+  key.close();
+  throwUnlessType(value.type, REG_BINARY);
+  value.data.truncate(value.size);
+  return std::move(value.data);
+}
+
+std::vector<WString> RegistryKey::getMultiStringValue(int root,
+                                                      const wchar_t* path,
+                                                      const wchar_t* name) const {
+  Value value = readValue(root, path, name, kMultiStringUnits);
+  throwUnlessType(value.type, REG_MULTI_SZ);
+  if (!isWin9x_) {
+    return unpackMultiString(value.data.data<wchar_t>(), value.size / sizeof(wchar_t));
+  }
+  // The whole buffer is converted, zeros behind the data too, and the bytes of the data count as
+  // units: in a two-byte code page empty texts follow the list, one for each pair. Kept as it is.
+  std::memset(value.data.data() + value.size, 0, value.data.byteLength() - value.size);
+  ByteBuffer wide;
+  const uint32_t units =
+      ansiToWideN(value.data.data<char>(), value.data.count() * value.data.elementSize(), wide);
+  return unpackMultiString(wide.data<wchar_t>(), std::min<size_t>(value.size, units));
+}
+
+uint32_t RegistryKey::expandEnvironment(const wchar_t* text, ByteBuffer& out) const {
+  return isWin9x_ ? expandAnsi(text, out) : expandWide(text, out);
+}
+
+WString RegistryKey::expanded(const WString& text) const {
+  ByteBuffer out;
+  const uint32_t count = expandEnvironment(text.c_str(), out);
+  return count == 0 ? WString() : boundedText(out.data<wchar_t>(), out.count());
+}

@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <cstring>
+#include <cwchar>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+#include "bridge/ansi_or_wide.h"
+#include "registry/multi_string.h"
+#include "registry/registry_key.h"
+#include "registry/registry_result.h"
+#include "registry/scoped_registry_key.h"
+
+namespace {
+
+/// The bytes that RegSetValueEx is told: those of the UTF-16 text without its terminator, but one
+/// for an empty text.
+size_t storedLength(const wchar_t* text) {
+  if (text == nullptr) {
+    return 0;
+  }
+  return *text == L'\0' ? 1 : std::wcslen(text) * sizeof(wchar_t);
+}
+
+/// The text in the ANSI code page with zeros behind it up to `byteLength`. Windows 9x is told the
+/// length of the UTF-16 text and must find as many bytes to read.
+ByteBuffer paddedAnsi(const wchar_t* text, size_t byteLength) {
+  ByteBuffer converted;
+  wideToAnsi(text, converted);
+  ByteBuffer padded;
+  padded.allocate(static_cast<uint32_t>(std::max(converted.byteLength(), byteLength)), 1);
+  if (converted.count() != 0) {
+    std::memcpy(padded.data(), converted.data(), converted.byteLength());
+  }
+  return padded;
+}
+
+}  // namespace
+
+void RegistryKey::writeValue(int root,
+                             const wchar_t* path,
+                             const wchar_t* name,
+                             DWORD type,
+                             const void* data,
+                             size_t byteLength) const {
+  if (byteLength > std::numeric_limits<DWORD>::max()) {
+    throw std::length_error("value too long for the registry");
+  }
+  const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
+  throwUnlessSuccess(ansiOrWide(isWin9x_,
+                                RegSetValueExA,
+                                RegSetValueExW,
+                                key.get(),
+                                name,
+                                DWORD{0},
+                                type,
+                                static_cast<const BYTE*>(data),
+                                static_cast<DWORD>(byteLength)));
+}
+
+void RegistryKey::setStringValue(int root,
+                                 const wchar_t* path,
+                                 const wchar_t* name,
+                                 bool expandable,
+                                 const wchar_t* text) const {
+  const DWORD type = expandable ? REG_EXPAND_SZ : REG_SZ;
+  const size_t length = storedLength(text);
+  if (isWin9x_) {
+    writeValue(root, path, name, type, paddedAnsi(text, length).data(), length);
+  } else {
+    writeValue(root, path, name, type, text, length);
+  }
+}
+
+void RegistryKey::set32BitValue(int root,
+                                const wchar_t* path,
+                                const wchar_t* name,
+                                uint32_t value) const {
+  writeValue(root, path, name, REG_DWORD, &value, sizeof(value));
+}
+
+void RegistryKey::setBinaryValue(int root,
+                                 const wchar_t* path,
+                                 const wchar_t* name,
+                                 const ByteBuffer& bytes) const {
+  writeValue(root, path, name, REG_BINARY, bytes.data(), bytes.byteLength());
+}
+
+void RegistryKey::setMultiStringValue(int root,
+                                      const wchar_t* path,
+                                      const wchar_t* name,
+                                      const std::vector<WString>& texts) const {
+  ByteBuffer packed = packMultiString(texts);
+  if (isWin9x_) {
+    ByteBuffer ansi;
+    wideToAnsiN(packed.data<wchar_t>(), packed.count(), ansi);
+    packed = std::move(ansi);
+  }
+  writeValue(root, path, name, REG_MULTI_SZ, packed.data(), packed.byteLength());
+}
+
+void RegistryKey::deleteValue(int root,
+                              const wchar_t* path,
+                              const wchar_t* name,
+                              bool mustExist) const {
+  const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
+  throwUnlessDeleted(ansiOrWide(isWin9x_, RegDeleteValueA, RegDeleteValueW, key.get(), name),
+                     mustExist);
+}
