@@ -64,3 +64,39 @@ struct LocalTraits {
 /// A block that the system allocated with LocalAlloc, such as FormatMessage's text; freed with
 /// LocalFree.
 using LocalHolder = ScopedHandle<LocalTraits>;
+
+struct KernelHandleTraits {
+  using Handle = HANDLE;
+  static Handle none() noexcept { return nullptr; }
+  static void close(Handle handle) noexcept { CloseHandle(handle); }
+};
+
+/// A kernel object other than a file, such as a mapping: null when it could not be made.
+using ScopedKernelHandle = ScopedHandle<KernelHandleTraits>;
+
+struct FileTraits {
+  using Handle = HANDLE;
+  static Handle none() noexcept { return INVALID_HANDLE_VALUE; }
+  static void close(Handle file) noexcept { CloseHandle(file); }
+};
+
+/// An open file: INVALID_HANDLE_VALUE when it could not be opened.
+using ScopedFile = ScopedHandle<FileTraits>;
+
+struct SearchTraits {
+  using Handle = HANDLE;
+  static Handle none() noexcept { return INVALID_HANDLE_VALUE; }
+  static void close(Handle search) noexcept { FindClose(search); }
+};
+
+/// A search begun with FindFirstFile; ended with FindClose.
+using ScopedSearch = ScopedHandle<SearchTraits>;
+
+struct ViewTraits {
+  using Handle = void*;
+  static Handle none() noexcept { return nullptr; }
+  static void close(Handle view) noexcept { UnmapViewOfFile(view); }
+};
+
+/// A mapped view of a file; ended with UnmapViewOfFile.
+using ScopedView = ScopedHandle<ViewTraits>;
