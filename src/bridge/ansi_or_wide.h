@@ -16,10 +16,15 @@ class TextBuffer {
   void* data_;
 };
 
-/// A text converted for one call of an ANSI function; null stays null.
+/// A text converted for one call of an ANSI function; null stays null. Throws Win32Failure when it
+/// cannot be converted.
 class AnsiText {
  public:
-  explicit AnsiText(const wchar_t* text) { wideToAnsi(text, text_); }
+  explicit AnsiText(const wchar_t* text) {
+    if (text != nullptr) {
+      throwUnlessConverted(wideToAnsi(text, text_));
+    }
+  }
   operator const char*() const noexcept { return text_.data<const char>(); }
 
  private:

@@ -62,7 +62,9 @@ LocalHolder withNumber(bool windows9x, const LocalHolder& text, uint32_t message
 
 WString textOf(bool windows9x, const LocalHolder& message) {
   if (windows9x) {
-    return wideFromAnsi(static_cast<const char*>(message.get()));
+    ByteBuffer wide;
+    ansiToWide(static_cast<const char*>(message.get()), wide);
+    return boundedText(wide.data<wchar_t>(), wide.count());
   }
   return message ? WString(static_cast<const wchar_t*>(message.get())) : WString();
 }

@@ -4,10 +4,12 @@
 // for which it carries a formatter as large as this library. An installer has nowhere to print it.
 
 #ifdef __GLIBCXX__
+// NOLINTBEGIN(bugprone-reserved-identifier): the runtime's own name, replaced.
 namespace __gnu_cxx {
 void __verbose_terminate_handler();
 void __verbose_terminate_handler() {
   std::abort();
 }
 }  // namespace __gnu_cxx
+// NOLINTEND(bugprone-reserved-identifier)
 #endif

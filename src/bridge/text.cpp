@@ -6,6 +6,8 @@
 #include <cwchar>
 #include <stdexcept>
 
+#include "bridge/win32_failure.h"
+
 namespace {
 
 /// The length that tells the system's conversions to go up to the terminator and include it.
@@ -18,12 +20,14 @@ int systemLength(uint32_t length) {
   return static_cast<int>(length);
 }
 
-void toAnsi(const wchar_t* text, int length, ByteBuffer& out) {
+uint32_t toAnsi(const wchar_t* text, int length, ByteBuffer& out) {
   const int size = WideCharToMultiByte(GetACP(), 0, text, length, nullptr, 0, nullptr, nullptr);
   out.allocate(static_cast<uint32_t>(size), sizeof(char));
-  if (size != 0) {
-    WideCharToMultiByte(GetACP(), 0, text, length, out.data<char>(), size, nullptr, nullptr);
+  if (size == 0) {
+    return 0;
   }
+  return static_cast<uint32_t>(
+      WideCharToMultiByte(GetACP(), 0, text, length, out.data<char>(), size, nullptr, nullptr));
 }
 
 uint32_t toWide(const char* text, int length, ByteBuffer& out) {
@@ -32,38 +36,34 @@ uint32_t toWide(const char* text, int length, ByteBuffer& out) {
   if (size == 0) {
     return 0;
   }
-  const int written = MultiByteToWideChar(GetACP(), 0, text, length, out.data<wchar_t>(), size);
-  return static_cast<uint32_t>(written);
+  return static_cast<uint32_t>(
+      MultiByteToWideChar(GetACP(), 0, text, length, out.data<wchar_t>(), size));
 }
 
 }  // namespace
 
-void wideToAnsi(const wchar_t* text, ByteBuffer& out) {
+uint32_t wideToAnsi(const wchar_t* text, ByteBuffer& out) {
   out.release();
-  if (text != nullptr) {
-    toAnsi(text, kWholeString, out);
-  }
+  return text == nullptr ? 0 : toAnsi(text, kWholeString, out);
 }
 
-void wideToAnsiN(const wchar_t* text, uint32_t length, ByteBuffer& out) {
-  toAnsi(text, systemLength(length), out);
+uint32_t wideToAnsiN(const wchar_t* text, uint32_t length, ByteBuffer& out) {
+  return toAnsi(text, systemLength(length), out);
 }
 
-void ansiToWide(const char* text, ByteBuffer& out) {
+uint32_t ansiToWide(const char* text, ByteBuffer& out) {
   out.release();
-  if (text != nullptr) {
-    toWide(text, kWholeString, out);
-  }
+  return text == nullptr ? 0 : toWide(text, kWholeString, out);
 }
 
 uint32_t ansiToWideN(const char* text, uint32_t byteLength, ByteBuffer& out) {
   return toWide(text, systemLength(byteLength), out);
 }
 
-WString wideFromAnsi(const char* text) {
-  ByteBuffer wide;
-  ansiToWide(text, wide);
-  return boundedText(wide.data<wchar_t>(), wide.count());
+void throwUnlessConverted(uint32_t written) {
+  if (written == 0) {
+    throw Win32Failure(ERROR_NO_UNICODE_TRANSLATION);
+  }
 }
 
 WString boundedText(const wchar_t* data, size_t length) {
@@ -71,8 +71,14 @@ WString boundedText(const wchar_t* data, size_t length) {
 }
 
 WString boundedTextFromAnsi(const char* data, size_t length) {
+  if (length == 0) {
+    return {};
+  }
   // A copy, because the conversion needs a terminator and `data` may have none.
-  return length == 0 ? WString() : wideFromAnsi(std::string(data, strnlen(data, length)).c_str());
+  const std::string text(data, strnlen(data, length));
+  ByteBuffer wide;
+  throwUnlessConverted(ansiToWide(text.c_str(), wide));
+  return boundedText(wide.data<wchar_t>(), wide.count());
 }
 
 void appendPathSeparator(WString& path) {

@@ -12,24 +12,26 @@ static_assert(sizeof(wchar_t) == 2, "a wide character of Windows is a UTF-16 uni
 
 /// The four conversions go through the process's ANSI code page (GetACP, flags 0, the system's
 /// default character) with WideCharToMultiByte and MultiByteToWideChar: one call for the size, one
-/// that converts. What cannot be converted gives an empty buffer, and so does a null text; no error
-/// is raised. They throw std::bad_alloc, and std::length_error for a length beyond the system's
-/// int.
+/// that converts. Each returns the number of elements written, 0 when the text is null or cannot be
+/// converted: no error is raised here. They throw std::bad_alloc, and std::length_error for a
+/// length beyond the system's int.
 
 /// Converts NUL-terminated UTF-16 to ANSI, terminator included.
-void wideToAnsi(const wchar_t* text, ByteBuffer& out);
+uint32_t wideToAnsi(const wchar_t* text, ByteBuffer& out);
 
 /// Converts exactly `length` units, embedded NULs like any other; adds no terminator.
-void wideToAnsiN(const wchar_t* text, uint32_t length, ByteBuffer& out);
+uint32_t wideToAnsiN(const wchar_t* text, uint32_t length, ByteBuffer& out);
 
 /// Converts NUL-terminated ANSI text to UTF-16, terminator included.
-void ansiToWide(const char* text, ByteBuffer& out);
+uint32_t ansiToWide(const char* text, ByteBuffer& out);
 
-/// Converts exactly `byteLength` bytes; returns the number of UTF-16 units written.
+/// Converts exactly `byteLength` bytes.
 uint32_t ansiToWideN(const char* text, uint32_t byteLength, ByteBuffer& out);
 
-/// NUL-terminated ANSI text as a string; empty when it is null or cannot be converted.
-WString wideFromAnsi(const char* text);
+/// For what must not go on with a text that was lost in its conversion: a path that came out empty
+/// would name something else. Throws Win32Failure with ERROR_NO_UNICODE_TRANSLATION for a count of
+/// 0.
+void throwUnlessConverted(uint32_t written);
 
 /// The text that `data` holds: up to its first NUL, and never more than `length` characters. For
 /// data that the system returned, which need not be terminated.

@@ -15,7 +15,7 @@ ByteBuffer packMultiString(const std::vector<WString>& texts) {
   }
   ByteBuffer packed;
   packed.allocate(static_cast<uint32_t>(units), sizeof(wchar_t));
-  wchar_t* position = packed.data<wchar_t>();
+  auto* position = packed.data<wchar_t>();
   for (const WString& text : texts) {
     position = std::copy(text.begin(), text.end(), position) + 1;
   }

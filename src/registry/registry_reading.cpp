@@ -188,6 +188,9 @@ std::vector<WString> RegistryKey::getMultiStringValue(int root,
   ByteBuffer wide;
   const uint32_t units =
       ansiToWideN(value.data.data<char>(), value.data.count() * value.data.elementSize(), wide);
+  if (value.size != 0) {
+    throwUnlessConverted(units);
+  }
   return unpackMultiString(wide.data<wchar_t>(), std::min<size_t>(value.size, units));
 }
 

@@ -25,11 +25,11 @@ size_t storedLength(const wchar_t* text) {
 /// The text in the ANSI code page with zeros behind it up to `byteLength`. Windows 9x is told the
 /// length of the UTF-16 text and must find as many bytes to read.
 ByteBuffer paddedAnsi(const wchar_t* text, size_t byteLength) {
-  ByteBuffer converted;
-  wideToAnsi(text, converted);
   ByteBuffer padded;
-  padded.allocate(static_cast<uint32_t>(std::max(converted.byteLength(), byteLength)), 1);
-  if (converted.count() != 0) {
+  if (text != nullptr) {
+    ByteBuffer converted;
+    throwUnlessConverted(wideToAnsi(text, converted));
+    padded.allocate(static_cast<uint32_t>(std::max(converted.byteLength(), byteLength)), 1);
     std::memcpy(padded.data(), converted.data(), converted.byteLength());
   }
   return padded;
@@ -93,7 +93,7 @@ void RegistryKey::setMultiStringValue(int root,
   ByteBuffer packed = packMultiString(texts);
   if (isWin9x_) {
     ByteBuffer ansi;
-    wideToAnsiN(packed.data<wchar_t>(), packed.count(), ansi);
+    throwUnlessConverted(wideToAnsiN(packed.data<wchar_t>(), packed.count(), ansi));
     packed = std::move(ansi);
   }
   writeValue(root, path, name, REG_MULTI_SZ, packed.data(), packed.byteLength());
