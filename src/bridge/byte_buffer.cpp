@@ -1,6 +1,5 @@
 #include "bridge/byte_buffer.h"
 
-#include <algorithm>
 #include <cstring>
 #include <utility>
 

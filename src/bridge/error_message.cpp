@@ -15,29 +15,30 @@ bool isNetworkManagementError(uint32_t messageId) {
   return messageId - 2100U < 900U;
 }
 
-/// Where `text` points is the pointer that FormatMessage sets, whatever the family.
-TextBuffer receiver(LocalHolder& text) {
-  return TextBuffer(text.receive());
+/// Calls FormatMessage so that it allocates its text; null when it has none.
+LocalHolder formatMessage(bool windows9x,
+                          DWORD flags,
+                          const void* source,
+                          uint32_t messageId,
+                          va_list* inserts) {
+  void* text = nullptr;
+  const DWORD length = ansiOrWide(windows9x,
+                                  FormatMessageA,
+                                  FormatMessageW,
+                                  flags | FORMAT_MESSAGE_ALLOCATE_BUFFER,
+                                  source,
+                                  messageId,
+                                  kDefaultLanguage,
+                                  TextBuffer(&text),
+                                  DWORD{0},
+                                  inserts);
+  return LocalHolder(length == 0 ? nullptr : text);
 }
 
-LocalHolder systemText(bool windows9x, uint32_t messageId) {
-  const ScopedModule module(isNetworkManagementError(messageId)
-                                ? LoadLibraryExA("netmsg.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE)
-                                : nullptr);
-  const DWORD flags = FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS |
-                      FORMAT_MESSAGE_FROM_SYSTEM | (module ? FORMAT_MESSAGE_FROM_HMODULE : 0U);
-  LocalHolder text;
-  ansiOrWide(windows9x,
-             FormatMessageA,
-             FormatMessageW,
-             flags,
-             module.get(),
-             messageId,
-             kDefaultLanguage,
-             receiver(text),
-             0U,
-             nullptr);
-  return text;
+LocalHolder systemText(bool windows9x, const ScopedModule& module, uint32_t messageId) {
+  const DWORD flags = FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM |
+                      (module ? FORMAT_MESSAGE_FROM_HMODULE : 0U);
+  return formatMessage(windows9x, flags, module.get(), messageId, nullptr);
 }
 
 /// Puts the system's text and the number together through the system's own inserts.
@@ -46,18 +47,7 @@ LocalHolder withNumber(bool windows9x, const LocalHolder& text, uint32_t message
   DWORD_PTR inserts[] = {reinterpret_cast<DWORD_PTR>(text ? text.get() : L""), messageId};
   auto* list = reinterpret_cast<va_list>(inserts);
   const void* format = windows9x ? static_cast<const void*>("%1!s! (%2!lu!)") : L"%1!ls! (%2!lu!)";
-  LocalHolder message;
-  ansiOrWide(windows9x,
-             FormatMessageA,
-             FormatMessageW,
-             DWORD{FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_STRING},
-             format,
-             0U,
-             kDefaultLanguage,
-             receiver(message),
-             0U,
-             &list);
-  return message;
+  return formatMessage(windows9x, FORMAT_MESSAGE_FROM_STRING, format, 0, &list);
 }
 
 WString textOf(bool windows9x, const LocalHolder& message) {
@@ -72,7 +62,11 @@ WString textOf(bool windows9x, const LocalHolder& message) {
 }  // namespace
 
 WString errorMessage(bool windows9x, uint32_t messageId) {
-  const LocalHolder text = systemText(windows9x, messageId);
+  // Freed last: the text below comes out of it.
+  const ScopedModule module(isNetworkManagementError(messageId)
+                                ? LoadLibraryExA("netmsg.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE)
+                                : nullptr);
+  const LocalHolder text = systemText(windows9x, module, messageId);
   return textOf(windows9x, withNumber(windows9x, text, messageId));
 }
 

@@ -26,12 +26,6 @@ class ScopedHandle {
   explicit operator bool() const noexcept { return handle_ != Traits::none(); }
   Handle get() const noexcept { return handle_; }
 
-  /// Where a system function puts the handle that it makes.
-  Handle* receive() noexcept {
-    close();
-    return &handle_;
-  }
-
   /// Hands the handle over: it is the caller's to close, or visibly to leave open.
   [[nodiscard]] Handle release() noexcept { return std::exchange(handle_, Traits::none()); }
 

@@ -38,14 +38,16 @@ void raise(JNIEnv* env, jobject exception) {
   }
 }
 
-/// Tells the exception its severity. A class without severities is none the worse for it.
+/// Tells the exception its severity. A class that has none, or refuses it, is none the worse for
+/// it.
 void setSeverity(JNIEnv* env, const ExceptionClass& type, jobject exception) {
   const jmethodID setter = env->GetMethodID(type.get(), "setSeverity", "(I)V");
-  if (setter == nullptr) {
-    env->ExceptionClear();
-    return;
+  if (setter != nullptr) {
+    env->CallVoidMethod(exception, setter, kSevere);
   }
-  env->CallVoidMethod(exception, setter, kSevere);
+  if (isPending(env)) {
+    env->ExceptionClear();
+  }
 }
 
 void raiseWithMessage(JNIEnv* env, jint code, uint32_t messageId, bool severe) {
@@ -57,7 +59,13 @@ void raiseWithMessage(JNIEnv* env, jint code, uint32_t messageId, bool severe) {
   if (!type) {
     return;
   }
-  const LocalReference message(env, newJavaString(env, errorMessage(windows9x, messageId)));
+  const WString text = errorMessage(windows9x, messageId);
+  const LocalReference message(env,
+                               env->NewString(reinterpret_cast<const jchar*>(text.c_str()),
+                                              static_cast<jsize>(text.size())));
+  if (isPending(env)) {
+    return;
+  }
   const jobject exception = env->NewObject(type.get(), type.constructor(), code, message.get());
   if (severe && exception != nullptr) {
     setSeverity(env, type, exception);

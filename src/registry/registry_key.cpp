@@ -83,7 +83,7 @@ bool RegistryKey::keyExists(int root, const wchar_t* path) const {
 
 void RegistryKey::createKey(int root, const wchar_t* parentPath, const wchar_t* name) const {
   const ScopedRegistryKey parent(openKey(root, parentPath, KEY_CREATE_SUB_KEY));
-  ScopedRegistryKey created;
+  HKEY created = nullptr;
   throwUnlessSuccess(ansiOrWide(isWin9x_,
                                 RegCreateKeyExA,
                                 RegCreateKeyExW,
@@ -94,8 +94,9 @@ void RegistryKey::createKey(int root, const wchar_t* parentPath, const wchar_t* 
                                 DWORD{REG_OPTION_NON_VOLATILE},
                                 REGSAM{KEY_SET_VALUE},
                                 nullptr,
-                                created.receive(),
+                                &created,
                                 nullptr));
+  ScopedRegistryKey(created).close();
 }
 
 void RegistryKey::deleteKey(int root,

@@ -35,11 +35,10 @@ int rootFromJava(int root) noexcept;
 ///
 /// Every operation names its key by a root number and a path below it, opens it with the rights
 /// that the work needs, does one thing and closes it. A null path is the root itself, which is not
-/// opened
-///. A null or empty value name is the
-/// key's default value. Every failure of the system is thrown as RegistryException, a value of
-/// another type than the one asked for as ERROR_INVALID_DATATYPE; allocation failures as
-/// std::bad_alloc.
+/// opened. A null or empty value name is the key's default value. Every failure of the system is
+/// thrown as RegistryException, a value of another type than the one asked for as
+/// ERROR_INVALID_DATATYPE; a text that the ANSI code page lost as Win32Failure with
+/// ERROR_NO_UNICODE_TRANSLATION; allocation failures as std::bad_alloc.
 ///
 /// What the registry holds is not trusted: text may lack its terminator or hold several, may have
 /// an odd number of bytes, and may change between two calls. No operation reads past the bytes that
@@ -69,8 +68,8 @@ class RegistryKey {
                                            const wchar_t* path,
                                            const wchar_t* name) const;
 
-  /// Stores the text without a terminator: twice its length in bytes, 1 byte when it is empty, none
-  /// when it is null.
+  /// Stores as many bytes as the UTF-16 text has without its terminator, 1 for an empty text, none
+  /// for a null one. On the ANSI family these are the converted text and zeros.
   void setStringValue(int root,
                       const wchar_t* path,
                       const wchar_t* name,
@@ -113,15 +112,15 @@ class RegistryKey {
 
   LSTATUS tryOpen(int root, const wchar_t* path, REGSAM access, HKEY& key) const;
   Value readValue(int root, const wchar_t* path, const wchar_t* name, uint32_t units) const;
+  LSTATUS query(HKEY key, const wchar_t* name, DWORD* type, void* data, DWORD* size) const;
   LSTATUS queryValue(HKEY key, const wchar_t* name, Value& value) const;
   WString textOf(const Value& value) const;
   WString expanded(const WString& text) const;
-  void writeValue(int root,
-                  const wchar_t* path,
-                  const wchar_t* name,
-                  DWORD type,
-                  const void* data,
-                  size_t byteLength) const;
+  LSTATUS setValue(HKEY key,
+                   const wchar_t* name,
+                   DWORD type,
+                   const void* data,
+                   size_t byteLength) const;
 
   /// Asked once; all operations of this object call the functions of the same family.
   const bool isWin9x_ = isWindows9x();

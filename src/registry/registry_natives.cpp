@@ -38,6 +38,8 @@ jint queryNumber(JNIEnv* env, jint root, jstring key, DWORD RegistryKeyInfo::*nu
 
 }  // namespace
 
+extern "C" {
+
 JNIEXPORT jboolean JNICALL
 Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_keyExists(JNIEnv* env,
                                                                           jobject,
@@ -333,3 +335,5 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setBinaryValue(J
                                  bytesFromJava(env, data));
   });
 }
+
+}  // extern "C"

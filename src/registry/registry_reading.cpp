@@ -35,17 +35,21 @@ uint32_t expandWide(const wchar_t* text, ByteBuffer& out) {
 }
 
 uint32_t expandAnsi(const wchar_t* text, ByteBuffer& out) {
-  const AnsiText ansi(text);
+  ByteBuffer ansi;
+  if (wideToAnsi(text, ansi) == 0) {
+    return 0;
+  }
   char scratch[kScratchSize];
-  DWORD count = ExpandEnvironmentStringsA(ansi, scratch, kScratchSize);
+  DWORD count = ExpandEnvironmentStringsA(ansi.data<const char>(), scratch, kScratchSize);
   if (count == 0) {
     return 0;
   }
   ByteBuffer expanded;
   expanded.allocate(count, sizeof(char));
-  count = ExpandEnvironmentStringsA(ansi, expanded.data<char>(), expanded.count());
-  // Through a string, because an environment that grew in between leaves no terminator.
   const auto* bytes = expanded.data<const char>();
+  count =
+      ExpandEnvironmentStringsA(ansi.data<const char>(), expanded.data<char>(), expanded.count());
+  // Through a string, because an environment that grew in between leaves no terminator.
   ansiToWide(std::string(bytes, strnlen(bytes, expanded.count())).c_str(), out);
   return count;
 }
@@ -59,18 +63,27 @@ struct RegistryKey::Value {
   DWORD size = 0;
 };
 
-/// Queries into the buffer that `value` has. Without one, the system only tells the size.
-LSTATUS RegistryKey::queryValue(HKEY key, const wchar_t* name, Value& value) const {
-  value.size = static_cast<DWORD>(value.data.byteLength());
+/// RegQueryValueEx; each of the three results may be null, and is not asked for then.
+LSTATUS RegistryKey::query(HKEY key,
+                           const wchar_t* name,
+                           DWORD* type,
+                           void* data,
+                           DWORD* size) const {
   return ansiOrWide(isWin9x_,
                     RegQueryValueExA,
                     RegQueryValueExW,
                     key,
                     name,
                     nullptr,
-                    &value.type,
-                    value.data.data<BYTE>(),
-                    &value.size);
+                    type,
+                    static_cast<BYTE*>(data),
+                    size);
+}
+
+/// Queries into the buffer that `value` has.
+LSTATUS RegistryKey::queryValue(HKEY key, const wchar_t* name, Value& value) const {
+  value.size = static_cast<DWORD>(value.data.byteLength());
+  return query(key, name, &value.type, value.data.data(), &value.size);
 }
 
 /// Reads a value into a buffer of `units` UTF-16 units, or, when it does not fit, of the size that
@@ -103,15 +116,7 @@ bool RegistryKey::valueExists(int root, const wchar_t* path, const wchar_t* name
   LSTATUS result = tryOpen(root, path, KEY_QUERY_VALUE, opened);
   if (result == ERROR_SUCCESS) {
     const ScopedRegistryKey key(opened);
-    result = ansiOrWide(isWin9x_,
-                        RegQueryValueExA,
-                        RegQueryValueExW,
-                        opened,
-                        name,
-                        nullptr,
-                        nullptr,
-                        nullptr,
-                        nullptr);
+    result = query(opened, name, nullptr, nullptr, nullptr);
   }
   return foundOrMissing(result);
 }
@@ -119,15 +124,7 @@ bool RegistryKey::valueExists(int root, const wchar_t* path, const wchar_t* name
 DWORD RegistryKey::getValueType(int root, const wchar_t* path, const wchar_t* name) const {
   DWORD type = 0;
   const ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
-  throwUnlessSuccess(ansiOrWide(isWin9x_,
-                                RegQueryValueExA,
-                                RegQueryValueExW,
-                                key.get(),
-                                name,
-                                nullptr,
-                                &type,
-                                nullptr,
-                                nullptr));
+  throwUnlessSuccess(query(key.get(), name, &type, nullptr, nullptr));
   return type;
 }
 
@@ -149,15 +146,7 @@ uint32_t RegistryKey::get32BitValue(int root, const wchar_t* path, const wchar_t
   DWORD number = 0xFFFF;  // what a value shorter than four bytes leaves in place
   DWORD size = sizeof(number);
   const ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
-  throwUnlessSuccess(ansiOrWide(isWin9x_,
-                                RegQueryValueExA,
-                                RegQueryValueExW,
-                                key.get(),
-                                name,
-                                nullptr,
-                                &type,
-                                reinterpret_cast<BYTE*>(&number),
-                                &size));
+  throwUnlessSuccess(query(key.get(), name, &type, &number, &size));
   throwUnlessType(type, REG_DWORD);
   return number;
 }
@@ -165,7 +154,7 @@ uint32_t RegistryKey::get32BitValue(int root, const wchar_t* path, const wchar_t
 ByteBuffer RegistryKey::getBinaryValue(int root, const wchar_t* path, const wchar_t* name) const {
   Value value;
   ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
-  throwUnlessSuccess(queryValue(key.get(), name, value));
+  throwUnlessSuccess(query(key.get(), name, nullptr, nullptr, &value.size));
   value.data.allocate(value.size, 1);
   throwUnlessSuccess(queryValue(key.get(), name, value));
   key.close();
@@ -182,16 +171,17 @@ std::vector<WString> RegistryKey::getMultiStringValue(int root,
   if (!isWin9x_) {
     return unpackMultiString(value.data.data<wchar_t>(), value.size / sizeof(wchar_t));
   }
+  if (value.size == 0) {
+    return {};
+  }
   // The whole buffer is converted, zeros behind the data too, and the bytes of the data count as
   // units: in a two-byte code page empty texts follow the list, one for each pair. Kept as it is.
-  std::memset(value.data.data() + value.size, 0, value.data.byteLength() - value.size);
+  const auto length = static_cast<uint32_t>(value.data.byteLength());
+  std::memset(value.data.data() + value.size, 0, length - value.size);
   ByteBuffer wide;
-  const uint32_t units =
-      ansiToWideN(value.data.data<char>(), value.data.count() * value.data.elementSize(), wide);
-  if (value.size != 0) {
-    throwUnlessConverted(units);
-  }
-  return unpackMultiString(wide.data<wchar_t>(), std::min<size_t>(value.size, units));
+  const uint32_t units = ansiToWideN(value.data.data<char>(), length, wide);
+  throwUnlessConverted(units);
+  return unpackMultiString(wide.data<wchar_t>(), std::min(value.size, DWORD{units}));
 }
 
 uint32_t RegistryKey::expandEnvironment(const wchar_t* text, ByteBuffer& out) const {

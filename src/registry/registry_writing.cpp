@@ -37,25 +37,23 @@ ByteBuffer paddedAnsi(const wchar_t* text, size_t byteLength) {
 
 }  // namespace
 
-void RegistryKey::writeValue(int root,
-                             const wchar_t* path,
-                             const wchar_t* name,
-                             DWORD type,
-                             const void* data,
-                             size_t byteLength) const {
+LSTATUS RegistryKey::setValue(HKEY key,
+                              const wchar_t* name,
+                              DWORD type,
+                              const void* data,
+                              size_t byteLength) const {
   if (byteLength > std::numeric_limits<DWORD>::max()) {
     throw std::length_error("value too long for the registry");
   }
-  const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
-  throwUnlessSuccess(ansiOrWide(isWin9x_,
-                                RegSetValueExA,
-                                RegSetValueExW,
-                                key.get(),
-                                name,
-                                DWORD{0},
-                                type,
-                                static_cast<const BYTE*>(data),
-                                static_cast<DWORD>(byteLength)));
+  return ansiOrWide(isWin9x_,
+                    RegSetValueExA,
+                    RegSetValueExW,
+                    key,
+                    name,
+                    DWORD{0},
+                    type,
+                    static_cast<const BYTE*>(data),
+                    static_cast<DWORD>(byteLength));
 }
 
 void RegistryKey::setStringValue(int root,
@@ -65,25 +63,26 @@ void RegistryKey::setStringValue(int root,
                                  const wchar_t* text) const {
   const DWORD type = expandable ? REG_EXPAND_SZ : REG_SZ;
   const size_t length = storedLength(text);
-  if (isWin9x_) {
-    writeValue(root, path, name, type, paddedAnsi(text, length).data(), length);
-  } else {
-    writeValue(root, path, name, type, text, length);
-  }
+  const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
+  throwUnlessSuccess(isWin9x_
+                         ? setValue(key.get(), name, type, paddedAnsi(text, length).data(), length)
+                         : setValue(key.get(), name, type, text, length));
 }
 
 void RegistryKey::set32BitValue(int root,
                                 const wchar_t* path,
                                 const wchar_t* name,
                                 uint32_t value) const {
-  writeValue(root, path, name, REG_DWORD, &value, sizeof(value));
+  const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
+  throwUnlessSuccess(setValue(key.get(), name, REG_DWORD, &value, sizeof(value)));
 }
 
 void RegistryKey::setBinaryValue(int root,
                                  const wchar_t* path,
                                  const wchar_t* name,
                                  const ByteBuffer& bytes) const {
-  writeValue(root, path, name, REG_BINARY, bytes.data(), bytes.byteLength());
+  const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
+  throwUnlessSuccess(setValue(key.get(), name, REG_BINARY, bytes.data(), bytes.byteLength()));
 }
 
 void RegistryKey::setMultiStringValue(int root,
@@ -91,12 +90,13 @@ void RegistryKey::setMultiStringValue(int root,
                                       const wchar_t* name,
                                       const std::vector<WString>& texts) const {
   ByteBuffer packed = packMultiString(texts);
+  const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
   if (isWin9x_) {
     ByteBuffer ansi;
     throwUnlessConverted(wideToAnsiN(packed.data<wchar_t>(), packed.count(), ansi));
     packed = std::move(ansi);
   }
-  writeValue(root, path, name, REG_MULTI_SZ, packed.data(), packed.byteLength());
+  throwUnlessSuccess(setValue(key.get(), name, REG_MULTI_SZ, packed.data(), packed.byteLength()));
 }
 
 void RegistryKey::deleteValue(int root,

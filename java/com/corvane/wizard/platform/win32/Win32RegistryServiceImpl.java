@@ -7,11 +7,11 @@ import com.corvane.wizard.service.ServiceException;
  *
  * <p>Every method names a key by a root (one of the constants below) and a path below it, with
  * backslashes. A null path is the root itself. A null or empty value name is the key's default value.
- * Strings end at their first NUL character, which the registry cannot hold in names and texts.
+ * Strings end at their first NUL character.
  *
  * <p>A failure of Windows is thrown as {@link ServiceException} with the method's code and the system's
  * message; a value of another type than the one that is read fails with 1804 (ERROR_INVALID_DATATYPE),
- * a root that does not exist with 6 (ERROR_INVALID_HANDLE). Several methods share a code where the kind
+ * a path below a root that does not exist with 6 (ERROR_INVALID_HANDLE). Several methods share a code where the kind
  * of failure is the same.
  *
  * <p>On Windows 95, 98 and ME the ANSI functions are called, and text goes through the ANSI code page;
@@ -74,7 +74,7 @@ public class Win32RegistryServiceImpl {
      * Windows: RegEnumKeyEx and RegDeleteKey.
      *
      * @param root one of the roots
-     * @param key the path of the parent, or null
+     * @param key the path of the parent, which must be there, or null
      * @param subKey the name of the key to delete; on the NT family a null or empty name fails with
      *     1010 (ERROR_BADKEY)
      * @param mustExist whether a key that is missing is a failure
@@ -86,7 +86,7 @@ public class Win32RegistryServiceImpl {
      * Deletes a value. Windows: RegDeleteValue.
      *
      * @param root one of the roots
-     * @param key the path of the key, which must be there when {@code mustExist}, or null
+     * @param key the path of the key, which must be there, or null
      * @param name the name of the value, or null
      * @param mustExist whether a value that is missing is a failure
      * @throws ServiceException -100002
@@ -212,8 +212,8 @@ public class Win32RegistryServiceImpl {
     public native int get32BitValue(int root, String key, String name) throws ServiceException;
 
     /**
-     * Reads a list of texts: a REG_MULTI_SZ. Windows: RegQueryValueEx. In a two-byte ANSI code page,
-     * on Windows 95, 98 and ME, empty texts follow the list, one for each two-byte character.
+     * Reads a list of texts: a REG_MULTI_SZ. Windows: RegQueryValueEx. On Windows 95, 98 and ME, in a
+     * two-byte code page, empty texts follow a list of up to 2048 bytes: one for each two-byte character.
      *
      * @param root one of the roots
      * @param key the path of the key, or null
@@ -235,7 +235,8 @@ public class Win32RegistryServiceImpl {
     public native byte[] getBinaryValue(int root, String key, String name) throws ServiceException;
 
     /**
-     * Writes a text. It is stored without a terminating NUL. Windows: RegSetValueEx.
+     * Writes a text. Windows: RegSetValueEx, with twice the text's length in bytes: no terminating NUL is
+     * stored on the NT family, zeros behind the text on Windows 95, 98 and ME.
      *
      * @param root one of the roots
      * @param key the path of the key, which must be there, or null

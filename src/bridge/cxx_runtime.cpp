@@ -1,0 +1,31 @@
+#include <cstdlib>
+
+// What the C++ runtime would do otherwise, and an installer cannot have.
+
+namespace {
+
+/// The runtime allocates its state at the first exception, once for the process and once for each
+/// thread, and ends the process when there is no memory for it. Here it is made while the library
+/// is loaded, for the thread that loads it.
+const bool exceptionsReady = [] {
+  try {
+    throw true;
+  } catch (bool ready) {
+    return ready;
+  }
+}();
+
+}  // namespace
+
+#ifdef __GLIBCXX__
+// The runtime of g++ ends a program that it cannot go on with by printing the exception's name, for
+// which it carries a formatter as large as this library. An installer has nowhere to print it.
+// NOLINTBEGIN(bugprone-reserved-identifier): the runtime's own name, replaced.
+namespace __gnu_cxx {
+void __verbose_terminate_handler();
+void __verbose_terminate_handler() {
+  std::abort();
+}
+}  // namespace __gnu_cxx
+// NOLINTEND(bugprone-reserved-identifier)
+#endif
