@@ -32,4 +32,5 @@ set(CMAKE_SHARED_LINKER_FLAGS_INIT -Wl,--no-insert-timestamp)
 set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,--no-insert-timestamp)
 
 # Through the script, so that a test run by hand has the same Wine prefix as one run by a script.
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/wine)
+cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH corvane_project)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${corvane_project}/scripts/wine)

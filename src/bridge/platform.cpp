@@ -6,8 +6,8 @@
 
 namespace {
 
-/// The version record, or nothing when the system refuses both sizes of it: Windows 9x, and NT 4 before
-/// its last service packs, know only the short one.
+/// The version record, or nothing when the system refuses both sizes of it: Windows 9x, and NT 4
+/// before its last service packs, know only the short one.
 std::optional<OSVERSIONINFOEXA> systemVersion() {
   OSVERSIONINFOEXA version = {};
   auto* record = reinterpret_cast<OSVERSIONINFOA*>(&version);

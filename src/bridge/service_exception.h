@@ -9,8 +9,8 @@
 /// Each raises with Throw and returns; the native then returns its default value. When a Java
 /// exception is pending already, nothing happens: the first failure is the one that Java sees. When
 /// the class or its constructor cannot be found, Java's own error for that stays pending. Other
-/// failures inside are swallowed, but for a lack of memory: the forms with a message are for use inside
-/// the native frame. `code` says which native failed, `messageId` (a Win32 error or an
+/// failures inside are swallowed, but for a lack of memory: the forms with a message are for use
+/// inside the native frame. `code` says which native failed, `messageId` (a Win32 error or an
 /// HRESULT) why.
 
 /// The code alone, for a failure that nobody expected.

@@ -1,0 +1,77 @@
+package com.corvane.bench;
+
+import com.corvane.bench.Rounds.Samples;
+import com.sun.jna.Native;
+import java.io.PrintStream;
+import java.util.List;
+import java.util.Locale;
+
+/** Measures rows and prints them as tables, each row with the aims that it reached or missed. */
+final class Report {
+    private static final double MOST_OF_BARE = 1.15;
+    private static final double MOST_OWN_NANOS = 1000;
+
+    private final PrintStream out;
+    private final Rounds rounds;
+    private final long start = System.nanoTime();
+    private int missed;
+
+    Report(PrintStream out, Rounds rounds) {
+        this.out = out;
+        this.rounds = rounds;
+    }
+
+    void opening(int count) {
+        print("Java %s, %s, JNA %s; medians of %d rounds%n", System.getProperty("java.version"),
+                System.getProperty("os.name"), Native.VERSION, count);
+    }
+
+    /** Everybody's time for each row, with the ratio to the bare calls. */
+    void comparison(String group, String jdkName, List<Row> rows) throws Exception {
+        print("%n%s: microseconds a call (times the bare calls)%n%n", group);
+        print("%-21s%16s%9s%17s%17s  %7s  %5s%n", "", "this library", "bare", "JNA", jdkName,
+                "<= " + MOST_OF_BARE, "< JNA");
+        for (Row row : rows) {
+            Samples samples = rounds.time(row.works());
+            boolean nearBare = samples.ratio(Row.LIBRARY, Row.BARE) <= MOST_OF_BARE;
+            boolean beforeJna = samples.ratio(Row.LIBRARY, Row.JNA) < 1;
+            print("%-21s%16s%9.2f%17s%17s  %7s  %5s%n", row.name(), cell(samples, Row.LIBRARY),
+                    samples.median(Row.BARE) / 1000, cell(samples, Row.JNA),
+                    row.jdk() == null ? "-" : cell(samples, Row.JDK), verdict(nearBare),
+                    verdict(beforeJna));
+        }
+    }
+
+    private static String cell(Samples samples, int work) {
+        double micros = samples.median(work) / 1000;
+        return String.format(Locale.ROOT, "%.2f (%.2f)", micros, samples.ratio(work, Row.BARE));
+    }
+
+    /** What the library adds to the system's time; of a list, each item's share counts. */
+    void ownCost(String group, List<Row> rows) throws Exception {
+        print("%n%s: the library's own nanoseconds, the system answering at once%n%n", group);
+        print("%-21s%16s%9s  %6s%n", "", "a call", "an item", "< " + (int) MOST_OWN_NANOS);
+        try (StandIns standIns = new StandIns()) {
+            for (Row row : rows) {
+                double call = rounds.time(List.of(row.library())).median(Row.LIBRARY);
+                double item = call / row.items();
+                print("%-21s%16.0f%9.0f  %6s%n", row.name(), call, item,
+                        verdict(item < MOST_OWN_NANOS));
+            }
+        }
+    }
+
+    void close() {
+        double seconds = (System.nanoTime() - start) / 1e9;
+        print("%n%d aims missed, %.0f s%n", missed, seconds);
+    }
+
+    private String verdict(boolean reached) {
+        missed += reached ? 0 : 1;
+        return reached ? "pass" : "MISS";
+    }
+
+    private void print(String format, Object... arguments) {
+        out.printf(Locale.ROOT, format, arguments);
+    }
+}

@@ -1,0 +1,29 @@
+package com.corvane.bench;
+
+import java.util.List;
+import java.util.Objects;
+import java.util.stream.Stream;
+
+/**
+ * One piece of work, done by everybody who can do it.
+ *
+ * @param name what is done
+ * @param items how many things one call brings: 1, or the length of a list
+ * @param library this library, called from Java
+ * @param bare the same Win32 calls in the same order, made in a loop of C++
+ * @param jna JNA's utilities, called from Java
+ * @param jdk what the JDK itself has for it; null when it has nothing
+ */
+record Row(String name, int items, Timed library, Timed bare, Timed jna, Timed jdk) {
+    /** The columns of {@link #works()}. */
+    static final int LIBRARY = 0;
+
+    static final int BARE = 1;
+    static final int JNA = 2;
+    static final int JDK = 3;
+
+    /** Those who do the work; the JDK is last and may be missing. */
+    List<Timed> works() {
+        return Stream.of(library, bare, jna, jdk).filter(Objects::nonNull).toList();
+    }
+}

@@ -1,0 +1,25 @@
+package com.corvane.bench;
+
+/** Work that can be done a given number of times and tells how long that took. */
+@FunctionalInterface
+interface Timed {
+    /** The nanoseconds that {@code calls} calls took; negative when one of them failed. */
+    long nanos(int calls) throws Exception;
+
+    /** Calls made from Java, so that the way from Java to the system and back is in their time. */
+    static Timed of(Call call) {
+        return calls -> {
+            long start = System.nanoTime();
+            for (int i = 0; i < calls; i++) {
+                call.run();
+            }
+            return System.nanoTime() - start;
+        };
+    }
+
+    /** One call from Java; what it answers is not looked at. */
+    @FunctionalInterface
+    interface Call {
+        void run() throws Exception;
+    }
+}

@@ -1,0 +1,13 @@
+package com.corvane.demo;
+
+/** One part of what an installer does, played step by step on a {@link Stage}. */
+interface Chapter {
+    /** The heading under which the chapter's steps are shown. */
+    String name();
+
+    /**
+     * Plays the chapter. It leaves the system as it found it, also when a step fails, and whatever
+     * it throws counts as one failed step.
+     */
+    void run(Stage stage) throws Exception;
+}

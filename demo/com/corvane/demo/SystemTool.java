@@ -1,0 +1,55 @@
+package com.corvane.demo;
+
+import java.io.ByteArrayOutputStream;
+import java.io.IOException;
+import java.io.InputStream;
+import java.nio.ByteBuffer;
+import java.nio.charset.CharacterCodingException;
+import java.nio.charset.Charset;
+import java.nio.charset.StandardCharsets;
+import java.util.stream.Stream;
+
+/** One run of a program that comes with Windows, with all that it printed. */
+final class SystemTool {
+    private final String[] command;
+    private String output = "";
+
+    SystemTool(String... command) {
+        this.command = command;
+    }
+
+    /** Runs it to its end and returns its exit code. */
+    int run() throws IOException, InterruptedException {
+        Process process = new ProcessBuilder(command).redirectErrorStream(true).start();
+        process.getOutputStream().close();
+        output = decoded(allOf(process.getInputStream()));
+        return process.waitFor();
+    }
+
+    String output() {
+        return output;
+    }
+
+    /** The lines that hold something. */
+    Stream<String> lines() {
+        return Stream.of(output.split("\\R")).filter(line -> !line.trim().isEmpty());
+    }
+
+    private static byte[] allOf(InputStream in) throws IOException {
+        ByteArrayOutputStream all = new ByteArrayOutputStream();
+        byte[] piece = new byte[4096];
+        for (int count = in.read(piece); count >= 0; count = in.read(piece)) {
+            all.write(piece, 0, count);
+        }
+        return all.toByteArray();
+    }
+
+    /** Tools print in the system's code page, which is UTF-8 on some systems and not on others. */
+    private static String decoded(byte[] bytes) {
+        try {
+            return StandardCharsets.UTF_8.newDecoder().decode(ByteBuffer.wrap(bytes)).toString();
+        } catch (CharacterCodingException e) {
+            return new String(bytes, Charset.forName(System.getProperty("sun.jnu.encoding")));
+        }
+    }
+}

@@ -1,0 +1,76 @@
+# What the DLL promises to the Windows that loads it, read from the file.
+
+library="$build/corvane_win32.dll"
+
+check_library() {
+  check "DLL: imports only Windows' own libraries" imports_only_windows
+  check "DLL: imports no function that an older Windows lacks" imports_only_old_functions
+  check "DLL: exports the natives, and nothing else" exports_only_natives
+  check "DLL: no execution of data, random addresses" is_hardened
+  check "DLL: carries its version" carries_its_version
+  check "DLL: stripped, its symbols beside it" is_stripped
+}
+
+objdump() {
+  x86_64-w64-mingw32-objdump "$@"
+}
+
+# none_match GREP-ARGUMENTS: shows the offending lines of its input, and fails when there are any.
+none_match() {
+  if grep -E "$@"; then return 1; fi
+}
+
+# The libraries that every Windows has at its start; netapi32.dll is loaded only when asked for.
+imports_only_windows() {
+  local own='advapi32|imm32|kernel32|msvcrt|ole32|oleaut32|shell32|user32|version'
+  [ -n "$(library_names)" ]
+  library_names | none_match -vi "^($own)\.dll$"
+}
+
+library_names() {
+  objdump -p "$library" | sed -n 's/^\s*DLL Name: //p'
+}
+
+# One of these in the import table, and an older Windows does not load the library at all.
+imports_only_old_functions() {
+  local files='MoveFileEx|GetDiskFreeSpaceEx|SetProcessAffinityMask|SetFileSecurity'
+  local security='NamedSecurityInfo|LookupAccount(Name|Sid)W|Lsa|CreateProcessWithLogon'
+  local tokens='OpenProcessToken|OpenThreadToken|GetTokenInformation|AdjustTokenPrivileges'
+  local services='SCManager|OpenService|(Create|Delete|Start|Control|Enum|Lock|Unlock)Service'
+  services="$services|(Query|Change)Service(Config|Status)|GetService"
+  [ -n "$(imported_functions)" ]
+  imported_functions | none_match "$files|$security|$tokens|$services|^Net"
+}
+
+imported_functions() {
+  objdump -p "$library" |
+    awk '/DLL Name:/ { names = 1; next } NF < 3 { names = 0 } names && $1 != "vma:" { print $3 }'
+}
+
+exports_only_natives() {
+  [ -n "$(exported_names)" ]
+  exported_names | none_match -v '^Java_com_corvane_'
+}
+
+exported_names() {
+  objdump -p "$library" | awk '/Ordinal\/Name Pointer/ { names = 1; next } !NF { names = 0 }
+    names { print $NF }'
+}
+
+is_hardened() {
+  local flag
+  for flag in HIGH_ENTROPY_VA DYNAMIC_BASE NX_COMPAT; do
+    objdump -p "$library" | grep "$flag"
+  done
+}
+
+carries_its_version() {
+  x86_64-w64-mingw32-strings -e l "$library" | grep -A 1 -x ProductVersion |
+    grep -x -F "$(project_version)"
+}
+
+is_stripped() {
+  objdump -h "$library" | none_match '\.debug_'
+  objdump -h "$library" | grep '\.gnu_debuglink'
+  objdump -h "$build/corvane_win32.debug" | grep '\.debug_info'
+}

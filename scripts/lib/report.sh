@@ -1,0 +1,48 @@
+# The count of what passed and what failed.
+
+passed=0
+failed=0
+skipped=0
+
+# check TEXT COMMAND...: a line of progress that counts; a failure does not end the script.
+check() {
+  progress "$@"
+  if [ "$status" -eq 0 ]; then
+    passed=$((passed + 1))
+  else
+    failed=$((failed + 1))
+  fi
+}
+
+# run_tests: all of CTest, its lines shown as they come; what it counts is added.
+run_tests() {
+  local report="$build/test-report.xml" result=0 counts
+  rm -f "$report"
+  # All of the output is kept for the count: the summary stands at its end.
+  (cd "$project" && ctest --preset mingw --output-junit "$report" --test-output-truncation head \
+    --test-output-size-passed 10000000 --test-output-size-failed 10000000) || result=$?
+  counts=$(/usr/bin/python3 "$project/scripts/lib/count_cases.py" "$report" || echo "0 1 0")
+  add_counts "$counts" "$result"
+}
+
+# add_counts "PASSED FAILED SKIPPED" EXIT-CODE: a run that failed without a failed case has one.
+add_counts() {
+  local more_passed more_failed more_skipped
+  read -r more_passed more_failed more_skipped <<<"$1"
+  if [ "$2" -ne 0 ] && [ "$more_failed" -eq 0 ]; then more_failed=1; fi
+  passed=$((passed + more_passed))
+  failed=$((failed + more_failed))
+  skipped=$((skipped + more_skipped))
+}
+
+# close_report EXIT-CODE: the closing line, and the exit code of the whole. A run that ended early,
+# or in which nothing ran, has failed.
+close_report() {
+  if [ "$failed" -eq 0 ] && { [ "$1" -ne 0 ] || [ "$passed" -eq 0 ]; }; then
+    failed=1
+  fi
+  local skips=''
+  [ "$skipped" -eq 0 ] || skips=", $skipped skipped"
+  printf '\n%s passed, %s failed%s\n' "$passed" "$failed" "$skips"
+  [ "$failed" -eq 0 ] || exit 1
+}

@@ -1,0 +1,16 @@
+package com.corvane.testing;
+
+/**
+ * Calls exported functions of the library as the JVM does, to see what they return when they throw too.
+ * Each fails with an error when no exception is pending afterwards; the exception itself is dropped.
+ */
+public final class Direct {
+
+    private Direct() {}
+
+    /** Has the name of what it calls, because the hooks ask which native runs. */
+    public static native String getStringValue(int root, String key, String name, boolean expand);
+
+    /** What a native of Win32RegistryServiceImpl returns, whatever its type: 0, false or null is 0. */
+    public static native long result(String method, int root, String key, String name);
+}

@@ -1,0 +1,95 @@
+package com.corvane.testing;
+
+/**
+ * The test's hand on everything that the library calls: the functions of Windows (those that it imports
+ * and those that it looks up), the C runtime's heap, and JNI. Calls are watched on one thread, between
+ * {@link #arm} and {@link #disarm}; all others pass.
+ */
+public final class Hooks {
+
+    private Hooks() {}
+
+    /** Loads the DLL of these natives. */
+    public static void load() {
+        System.load(System.getProperty("corvane.test.support"));
+    }
+
+    /** Leads every JNI call of the hooked DLLs past the hooks. Once in a process. */
+    static native void hookJni();
+
+    /** Hooks all imports of a loaded DLL. Returns those that the table of functions lacks. */
+    static native String[] hookImports(String dll);
+
+    /** Forgets everything that was prepared, recorded and booked. */
+    public static native void reset();
+
+    /** Watches the calling thread from here on. */
+    public static native void arm();
+
+    public static native void disarm();
+
+    /** What GetVersionEx tells: see {@link Windows}. */
+    static native void version(int platform, int major, int minor, boolean knowsLongRecord, boolean tells);
+
+    /** Makes the n-th call fail, from 1, of all JNI or all other calls that can fail. */
+    static native void failNth(boolean jni, int nth);
+
+    static native void fail(boolean jni, String function, int nth, int error);
+
+    /** Makes the n-th call of one function of Windows fail, with this error; 0: with the one that fits. */
+    public static void fail(String function, int nth, int error) {
+        fail(false, function, nth, error);
+    }
+
+    /** Makes the n-th call of one JNI function fail as the JVM would fail it. */
+    public static void failJni(String function, int nth) {
+        fail(true, function, nth, 0);
+    }
+
+    static native void answer(String function, long result, int lastError, int[] arguments, byte[][] data);
+
+    /** Answers one call of a function in Windows' place. Answers are used up in order. */
+    public static void answer(String function, long result) {
+        answer(function, result, 0, new int[0], new byte[0][]);
+    }
+
+    /** The same, and writes {@code data} to where the argument with this index points. */
+    public static void answer(String function, long result, int argument, byte[] data) {
+        answer(function, result, 0, new int[] {argument}, new byte[][] {data});
+    }
+
+    /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */
+    public static native void answerValue(int type, byte[] data);
+
+    /** The file that LoadLibraryExA loads for a name. */
+    public static native void answerModule(String name, String file);
+
+    /** A function that GetProcAddress does not find, as on a Windows too old for it. */
+    public static native void hide(String function);
+
+    /** Keeps what an argument of a function points to, as it is when the call begins. */
+    public static native void capture(String function, int argument, int bytes);
+
+    /** How many of the calls so far could have been made to fail. */
+    static native int failable(boolean jni);
+
+    /** The function that {@link #failNth} or {@link #fail} hit; empty when none. */
+    public static native String failed();
+
+    static native String[] callNames();
+
+    static native long[] callWords(int index);
+
+    static native byte[] captured(int index, int argument);
+
+    /** What is open that must be closed by now. */
+    public static native String[] unbalanced();
+
+    /** What the library did that it must never do. */
+    public static native String[] violations();
+
+    /** How many things are open that the library promises to leave open. */
+    public static native int leftOpen();
+
+    public static native int peakLocalReferences();
+}

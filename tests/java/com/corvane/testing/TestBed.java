@@ -1,0 +1,66 @@
+package com.corvane.testing;
+
+import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
+import com.corvane.wizard.service.ServiceException;
+import java.util.ArrayList;
+import java.util.List;
+import org.junit.jupiter.api.extension.AfterEachCallback;
+import org.junit.jupiter.api.extension.BeforeEachCallback;
+import org.junit.jupiter.api.extension.ExtensionContext;
+
+/**
+ * Gives every test an empty key in the registry, a library whose calls are watched, and at its end the
+ * certainty that nothing stayed open and no rule was broken.
+ */
+public final class TestBed implements BeforeEachCallback, AfterEachCallback {
+
+    static {
+        Hooks.load();
+        Bridge.load();
+        Hooks.hookJni();
+        warmUp();
+        for (String dll : List.of("corvane_win32.dll", "corvane_bridge_probe.dll")) {
+            String[] unknown = Hooks.hookImports(dll);
+            if (unknown.length != 0) {
+                throw new AssertionError("The table of functions lacks " + String.join(", ", unknown));
+            }
+        }
+    }
+
+    /** The C++ runtime allocates some memory when it throws for the first time, and keeps it. */
+    private static void warmUp() {
+        try {
+            new Win32RegistryServiceImpl().keyExists(0, "");
+            throw new AssertionError("a root that does not exist was opened");
+        } catch (ServiceException expected) {
+            Bridge.predicates();
+        }
+    }
+
+    @Override
+    public void beforeEach(ExtensionContext context) {
+        Hooks.reset();
+        RawRegistry.deleteTree(RawRegistry.KEY);
+        RawRegistry.createKey(RawRegistry.KEY);
+        Hooks.arm();
+    }
+
+    @Override
+    public void afterEach(ExtensionContext context) {
+        Hooks.disarm();
+        RawRegistry.deleteTree(RawRegistry.KEY);
+        List<String> complaints = complaints();
+        if (!complaints.isEmpty()) {
+            throw new AssertionError(String.join("\n", complaints));
+        }
+    }
+
+    /** What is open and must not be, and what was done and must not be. */
+    static List<String> complaints() {
+        List<String> complaints = new ArrayList<>(List.of(Hooks.violations()));
+        for (String open : Hooks.unbalanced()) {
+            complaints.add("still open: " + open);
+        }
+        return complaints;
+    }
+}

@@ -1,0 +1,50 @@
+package com.corvane.testing;
+
+/** The Windows that the library believes to run on. */
+public enum Windows {
+    W95(1, 4, 0, false),
+    W98(1, 4, 10, true),
+    ME(1, 4, 90, true),
+    NT4(2, 4, 0, false),
+    W2000(2, 5, 0, true),
+    XP(2, 5, 1, true),
+    VISTA(2, 6, 0, true),
+    W10(2, 10, 0, true);
+
+    private final int platform;
+    private final int major;
+    private final int minor;
+    private final boolean knowsLongRecord;
+
+    Windows(int platform, int major, int minor, boolean knowsLongRecord) {
+        this.platform = platform;
+        this.major = major;
+        this.minor = minor;
+        this.knowsLongRecord = knowsLongRecord;
+    }
+
+    /** Makes this the system, until the next reset of the hooks. */
+    public void use() {
+        Hooks.version(platform, major, minor, knowsLongRecord, true);
+    }
+
+    /** Makes it a system that does not tell what it is. */
+    public static void useUnknown() {
+        Hooks.version(0, 0, 0, false, false);
+    }
+
+    /** Whether the ANSI functions are called. */
+    public boolean isAnsi() {
+        return platform == 1;
+    }
+
+    /** Text as the functions of this family take and give it. */
+    public byte[] encode(String text) {
+        return isAnsi() ? Bytes.latin1(text) : Bytes.utf16(text);
+    }
+
+    /** The name of a function in the family of this system: with an A or a W at its end. */
+    public String function(String name) {
+        return name + (isAnsi() ? "A" : "W");
+    }
+}

@@ -1,0 +1,118 @@
+#include "accounts.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "monitor.h"
+
+namespace bed {
+namespace {
+
+/// What the library promises to leave open until the process ends, and why. Everything else
+/// balances.
+struct LeftOpen {
+  std::string_view native;
+  Account account;
+};
+constexpr LeftOpen kLeftOpen[] = {
+    // The keys of inquiries and enumerations are promised to stay open; see RegistryKey.
+    {"isKeyEmpty", Account::kKey},
+    {"countSubKeys", Account::kKey},
+    {"countValuesInKey", Account::kKey},
+    {"longestSubKeyNameLength", Account::kKey},
+    {"longestValueNameLength", Account::kKey},
+    {"longestValueNameData", Account::kKey},
+    {"getKeyValueNames", Account::kKey},
+    {"getSubkeyNames", Account::kKey},
+};
+
+constexpr std::string_view kAccountNames[] = {
+    "nothing",
+    "registry key",
+    "module",
+    "local block",
+    "heap block",
+    "pinned string",
+    "unobtained string",
+    "local reference",
+};
+
+std::string describe(Account account, uint64_t item) {
+  constexpr std::string_view digits = "0123456789abcdef";
+  std::string hex;
+  do {
+    hex.insert(hex.begin(), digits[item % 16]);
+    item /= 16;
+  } while (item != 0);
+  return std::string(kAccountNames[static_cast<size_t>(account)]) + " 0x" + hex;
+}
+
+/// Predefined keys are not opened (opening one with no path gives itself), and closing one, or no
+/// key at all, changes nothing.
+bool isUnopenedKey(uint64_t key) {
+  const auto low = static_cast<uint32_t>(key);
+  return key == 0 || (low >= 0x80000000U && low <= 0x80000060U);
+}
+
+Accounts::NativeName nativeName = nullptr;
+
+}  // namespace
+
+Accounts& accounts() {
+  static Accounts instance;
+  return instance;
+}
+
+void Accounts::nameNativesBy(NativeName function) {
+  nativeName = function;
+}
+
+void Accounts::open(Account account, uint64_t item, const std::string& function) {
+  if (account == Account::kKey && isUnopenedKey(item)) {
+    return;
+  }
+  const bool wanted = account == Account::kKey && nativeName != nullptr;
+  items_.insert_or_assign({account, item}, Origin{function, wanted ? nativeName() : ""});
+  if (account == Account::kLocalReference) {
+    peak_ = std::max(peak_, ++localReferences_);
+  }
+}
+
+void Accounts::close(Account account, uint64_t item, const std::string& function) {
+  if (account == Account::kKey && isUnopenedKey(item)) {
+    return;
+  }
+  if (items_.erase({account, item}) == 0) {
+    monitor().violation(function + " closes what is not open: " + describe(account, item));
+  } else if (account == Account::kLocalReference) {
+    --localReferences_;
+  }
+}
+
+bool Accounts::staysOpen(Account account, const Origin& origin) {
+  // The JVM frees local references itself when the native returns.
+  return account == Account::kLocalReference ||
+         std::any_of(std::begin(kLeftOpen), std::end(kLeftOpen), [&](const LeftOpen& left) {
+           return left.account == account && left.native == origin.native;
+         });
+}
+
+std::vector<std::string> Accounts::unbalanced() const {
+  std::vector<std::string> texts;
+  for (const auto& [key, origin] : items_) {
+    if (!staysOpen(key.first, origin)) {
+      texts.push_back(describe(key.first, key.second) + " of " + origin.function +
+                      (origin.native.empty() ? "" : " in " + origin.native));
+    }
+  }
+  return texts;
+}
+
+uint32_t Accounts::leftOpen() const {
+  return static_cast<uint32_t>(std::count_if(items_.begin(), items_.end(), [](const auto& item) {
+    return item.first.first != Account::kLocalReference && staysOpen(item.first.first, item.second);
+  }));
+}
+
+}  // namespace bed

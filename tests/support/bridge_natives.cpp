@@ -1,0 +1,119 @@
+#include <com_corvane_testing_Bridge.h>
+#include <windows.h>
+
+#include "bridge/error_message.h"
+#include "bridge/java_values.h"
+#include "bridge/jni_string.h"
+#include "bridge/native_frame.h"
+#include "bridge/platform.h"
+#include "bridge/runtime_function.h"
+#include "bridge/service_exception.h"
+#include "bridge/text.h"
+
+// The natives of com.corvane.testing.Bridge. They run the library's own code inside its own frame,
+// as its exported functions do.
+
+namespace {
+
+constexpr jint kProbeFailed = -1;
+
+/// Null, with a Java error pending, when the JVM has no array to give.
+jbyteArray newArray(JNIEnv* env, const void* data, size_t length) {
+  jbyteArray const array = env->NewByteArray(static_cast<jsize>(length));
+  if (array != nullptr) {
+    env->SetByteArrayRegion(array, 0, static_cast<jsize>(length), static_cast<const jbyte*>(data));
+  }
+  return array;
+}
+
+}  // namespace
+
+JNIEXPORT jint JNICALL Java_com_corvane_testing_Bridge_predicates(JNIEnv*, jclass) {
+  using Predicate = bool (*)();
+  constexpr Predicate predicates[] = {isWindows9x,
+                                      isWindowsNT,
+                                      isWindowsME,
+                                      isWindows2000,
+                                      isWindowsXPOrLater};
+  jint answers = 0;
+  jint bit = 1;
+  for (const Predicate predicate : predicates) {
+    answers += predicate() ? bit : 0;
+    bit *= 2;
+  }
+  return answers;
+}
+
+JNIEXPORT void JNICALL Java_com_corvane_testing_Bridge_raise(JNIEnv* env, jclass, jint code) {
+  throwServiceException(env, code);
+}
+
+JNIEXPORT void JNICALL Java_com_corvane_testing_Bridge_raiseWithMessage(JNIEnv* env,
+                                                                        jclass,
+                                                                        jint code,
+                                                                        jint message) {
+  nativeFrame(env, kProbeFailed, [&] {
+    throwServiceException(env, code, static_cast<uint32_t>(message));
+  });
+}
+
+JNIEXPORT void JNICALL Java_com_corvane_testing_Bridge_raiseSevere(JNIEnv* env,
+                                                                   jclass,
+                                                                   jint code,
+                                                                   jint message) {
+  nativeFrame(env, kProbeFailed, [&] {
+    throwServiceExceptionWithSeverity(env, code, static_cast<uint32_t>(message));
+  });
+}
+
+JNIEXPORT void JNICALL Java_com_corvane_testing_Bridge_raiseNotSupported(JNIEnv* env, jclass) {
+  throwNotSupported(env);
+}
+
+JNIEXPORT void JNICALL Java_com_corvane_testing_Bridge_raiseTwice(JNIEnv* env,
+                                                                  jclass,
+                                                                  jint first,
+                                                                  jint second) {
+  throwServiceException(env, first);
+  nativeFrame(env, kProbeFailed, [&] {
+    throwServiceException(env, second, ERROR_ACCESS_DENIED);
+    throwServiceExceptionWithSeverity(env, second, ERROR_ACCESS_DENIED);
+  });
+  throwServiceException(env, second);
+  throwNotSupported(env);
+}
+
+JNIEXPORT jstring JNICALL Java_com_corvane_testing_Bridge_errorText(JNIEnv* env,
+                                                                    jclass,
+                                                                    jint code,
+                                                                    jint message) {
+  return nativeFrame(env, kProbeFailed, [&] {
+    return newJavaString(env, formatErrorText(code, static_cast<uint32_t>(message)));
+  });
+}
+
+JNIEXPORT jbyteArray JNICALL Java_com_corvane_testing_Bridge_copyWide(JNIEnv* env,
+                                                                      jclass,
+                                                                      jstring text,
+                                                                      jint units) {
+  return nativeFrame(env, kProbeFailed, [&]() -> jbyteArray {
+    const JniString copy(env, text);
+    return copy.get() == nullptr
+               ? nullptr
+               : newArray(env, copy.get(), static_cast<size_t>(units) * sizeof(wchar_t));
+  });
+}
+
+JNIEXPORT jbyteArray JNICALL Java_com_corvane_testing_Bridge_copyAnsi(JNIEnv* env,
+                                                                      jclass,
+                                                                      jstring text) {
+  return nativeFrame(env, kProbeFailed, [&]() -> jbyteArray {
+    const JniAnsiString copy(env, text);
+    return copy.get() == nullptr ? nullptr : newArray(env, copy.get(), copy.byteLength());
+  });
+}
+
+JNIEXPORT jint JNICALL Java_com_corvane_testing_Bridge_lookedUpCodePage(JNIEnv*, jclass) {
+  const RuntimeFunction<decltype(&GetACP)> getAcp("kernel32.dll", "GetACP");
+  return getAcp ? static_cast<jint>(getAcp()) : -static_cast<jint>(GetLastError());
+}

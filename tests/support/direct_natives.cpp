@@ -1,0 +1,59 @@
+#include <com_corvane_testing_Direct.h>
+#include <windows.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "java_text.h"
+
+// The natives of com.corvane.testing.Direct; what each does is said there.
+
+namespace {
+
+using Export = jlong (*)(JNIEnv*, jobject, jint, jstring, jstring, jboolean);
+
+Export exported(const std::string& method) {
+  const std::string name =
+      "Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_" + method;
+  const FARPROC function = GetProcAddress(GetModuleHandleA("corvane_win32.dll"), name.c_str());
+  if (function == nullptr) {
+    throw std::runtime_error("not exported: " + name);
+  }
+  return reinterpret_cast<Export>(reinterpret_cast<void*>(function));
+}
+
+void dropException(JNIEnv* env) {
+  if (env->ExceptionCheck() == JNI_FALSE) {
+    throw std::runtime_error("no exception is pending");
+  }
+  env->ExceptionClear();
+}
+
+}  // namespace
+
+JNIEXPORT jstring JNICALL Java_com_corvane_testing_Direct_getStringValue(JNIEnv* env,
+                                                                         jclass type,
+                                                                         jint root,
+                                                                         jstring key,
+                                                                         jstring name,
+                                                                         jboolean expand) {
+  return bed::orThrow(env, [&] {
+    const jlong result = exported("getStringValue")(env, type, root, key, name, expand);
+    dropException(env);
+    return reinterpret_cast<jstring>(result);
+  });
+}
+
+JNIEXPORT jlong JNICALL Java_com_corvane_testing_Direct_result(JNIEnv* env,
+                                                               jclass type,
+                                                               jstring method,
+                                                               jint root,
+                                                               jstring key,
+                                                               jstring name) {
+  return bed::orThrow(env, [&] {
+    const std::string wanted = bed::narrow(env, method);
+    const jlong result = exported(wanted)(env, type, root, key, name, JNI_FALSE);
+    dropException(env);
+    return result;
+  });
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "thunk.h"
+
+namespace bed {
+
+/// Makes heap errors of the library show. Each block that it allocates gets a guard behind it that
+/// `free` checks (what reads over the end reads letters, not zeros), new memory is filled with what
+/// nobody counts on, and so is freed memory.
+class HeapGuard {
+ public:
+  static bool guards(const Call& call);
+  /// Before malloc, calloc, realloc: asks for room for the guard. Before free: checks it. False
+  /// when the call must not take place, because the block is already free.
+  static bool before(Call& call);
+  static void after(Call& call);
+  /// Forgets all blocks; they stay valid.
+  static void clear();
+};
+
+}  // namespace bed

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace bed {
+
+/// Leads every function that `module` imports past the monitor, and also those that it looks up
+/// with GetProcAddress from now on. Returns the names of imports that the table of functions lacks;
+/// those are not hooked. `only`: when not empty, nothing else is hooked.
+std::vector<std::string> hookImports(HMODULE module, const std::vector<std::string>& only = {});
+
+enum class Caller {
+  kHookedModule,
+  kOtherModule,
+  /// Code that was generated at run time.
+  kNoModule,
+};
+Caller callerAt(const void* address);
+
+/// Functions that GetProcAddress does not find, as on a Windows that is too old for them.
+void hideFunction(const std::string& name);
+
+/// Replaces a function for all callers that are hooked; null gives it back.
+void fakeFunction(const std::string& name, const void* fake);
+
+/// Forgets what is hidden and faked.
+void clearFakes();
+
+}  // namespace bed

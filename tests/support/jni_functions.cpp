@@ -1,0 +1,66 @@
+#include "jni_functions.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace bed {
+namespace {
+
+constexpr const char* kNoMemory = "java/lang/OutOfMemoryError";
+constexpr const char* kNoClass = "java/lang/NoClassDefFoundError";
+constexpr const char* kNoMethod = "java/lang/NoSuchMethodError";
+constexpr const char* kNoField = "java/lang/NoSuchFieldError";
+constexpr const char* kBounds = "java/lang/ArrayIndexOutOfBoundsException";
+constexpr const char* kStore = "java/lang/ArrayStoreException";
+constexpr const char* kThrown = "java/lang/RuntimeException";
+
+constexpr Effect kNewLocal = opensResult(Account::kLocalReference);
+constexpr bool kAllowed = true;
+
+#define ENTRY(name) #name, offsetof(JNINativeInterface_, name) / sizeof(void*)
+
+// In C++ the variadic calls go through the entries that end in V.
+constexpr JniFunction kFunctions[] = {
+    {ENTRY(FindClass), kNoClass, kNewLocal},
+    {ENTRY(GetObjectClass), nullptr, kNewLocal},
+    {ENTRY(GetMethodID), kNoMethod},
+    {ENTRY(GetStaticMethodID), kNoMethod},
+    {ENTRY(GetFieldID), kNoField},
+    {ENTRY(GetStaticFieldID), kNoField},
+    {ENTRY(GetStaticIntField)},
+    {ENTRY(NewObjectV), kNoMemory, kNewLocal},
+    {ENTRY(CallVoidMethodV), kThrown},
+
+    {ENTRY(NewString), kNoMemory, kNewLocal},
+    {ENTRY(GetStringLength)},
+    {ENTRY(GetStringChars), kNoMemory},
+    {ENTRY(ReleaseStringChars), nullptr, {}, kAllowed},
+
+    {ENTRY(GetArrayLength)},
+    {ENTRY(NewObjectArray), kNoMemory, kNewLocal},
+    {ENTRY(GetObjectArrayElement), kBounds, kNewLocal},
+    {ENTRY(SetObjectArrayElement), kStore},
+    {ENTRY(NewByteArray), kNoMemory, kNewLocal},
+    {ENTRY(GetByteArrayRegion), kBounds},
+    {ENTRY(SetByteArrayRegion), kBounds},
+
+    {ENTRY(DeleteLocalRef), nullptr, closes(Account::kLocalReference, 1), kAllowed},
+
+    {ENTRY(Throw)},
+    {ENTRY(ExceptionCheck), nullptr, {}, kAllowed},
+    {ENTRY(ExceptionClear), nullptr, {}, kAllowed},
+};
+
+#undef ENTRY
+
+}  // namespace
+
+const JniFunction* findJniFunction(size_t index) {
+  const auto* found =
+      std::find_if(std::begin(kFunctions), std::end(kFunctions), [&](const JniFunction& function) {
+        return function.index == index;
+      });
+  return found == std::end(kFunctions) ? nullptr : found;
+}
+
+}  // namespace bed

@@ -1,0 +1,241 @@
+#include "jni_hooks.h"
+
+#include <jvmti.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+#include "accounts.h"
+#include "import_hooks.h"
+#include "jni_functions.h"
+#include "monitor.h"
+
+namespace bed {
+namespace {
+
+struct HookedEntry : HookedFunction {
+  const JniFunction* facts = nullptr;
+};
+
+bool isOfEmptyText(const Call& call) {
+  return static_cast<jsize>(call.words[2]) == 0;
+}
+
+/// Where the library promises a call that JNI forbids while an exception is pending.
+struct PromisedCall {
+  std::string_view function;
+  std::string_view native;
+  bool (*applies)(const Call&);
+};
+constexpr PromisedCall kPromised[] = {
+    // After a failure it answers with an empty string all the same.
+    {"NewString", "getStringValue", isOfEmptyText},
+};
+
+std::array<HookedEntry, kJniEntries> entries;
+JNINativeInterface_* originals = nullptr;
+jvmtiEnv* jvmti = nullptr;
+
+JNIEnv* environment(const Call& call) {
+  return reinterpret_cast<JNIEnv*>(call.words[0]);
+}
+
+const JniFunction* factsOf(const Call& call) {
+  return static_cast<HookedEntry*>(call.function)->facts;
+}
+
+/// The method on top of the Java stack of this thread; null when there is none.
+jmethodID runningMethod() {
+  jvmtiFrameInfo frame{};
+  jint count = 0;
+  const jvmtiError result = jvmti->GetStackTrace(nullptr, 0, 1, &frame, &count);
+  return result == JVMTI_ERROR_NONE && count == 1 ? frame.method : nullptr;
+}
+
+/// Takes over a text that JVMTI allocated.
+std::string taken(char* text) {
+  std::string copy = text == nullptr ? "" : text;
+  jvmti->Deallocate(reinterpret_cast<unsigned char*>(text));
+  return copy;
+}
+
+/// The name of the Java native that runs on this thread.
+std::string runningNative() {
+  char* name = nullptr;
+  jmethodID const method = runningMethod();
+  if (method != nullptr) {
+    jvmti->GetMethodName(method, &name, nullptr, nullptr);
+  }
+  return taken(name);
+}
+
+bool isLibraryNativeRunning(JNIEnv* env) {
+  jmethodID const method = runningMethod();
+  jclass type = nullptr;
+  char* signature = nullptr;
+  if (method != nullptr && jvmti->GetMethodDeclaringClass(method, &type) == JVMTI_ERROR_NONE) {
+    jvmti->GetClassSignature(type, &signature, nullptr);
+    originals->DeleteLocalRef(env, type);
+  }
+  const std::string name = taken(signature);
+  return name.starts_with("Lcom/corvane/") && !name.starts_with("Lcom/corvane/testing/");
+}
+
+bool isPromised(const Call& call) {
+  return std::any_of(std::begin(kPromised), std::end(kPromised), [&](const PromisedCall& promised) {
+    return promised.function == call.function->name && promised.native == runningNative() &&
+           promised.applies(call);
+  });
+}
+
+/// Takes the pending exception out of the JVM's sight for the length of the call, so that the JVM
+/// has nothing to warn of; `note` keeps it.
+void hidePending(Call& call) {
+  JNIEnv* const env = environment(call);
+  call.note = reinterpret_cast<uint64_t>(originals->ExceptionOccurred(env));
+  originals->ExceptionClear(env);
+}
+
+void restorePending(const Call& call) {
+  JNIEnv* const env = environment(call);
+  auto* const exception = reinterpret_cast<jthrowable>(call.note);
+  originals->Throw(env, exception);
+  originals->DeleteLocalRef(env, exception);
+}
+
+void checkPending(Call& call) {
+  const JniFunction& facts = *factsOf(call);
+  if (facts.allowedWhilePending || originals->ExceptionCheck(environment(call)) == JNI_FALSE) {
+    return;
+  }
+  if (!isPromised(call)) {
+    monitor().violation(std::string(facts.name) + " is called while a Java exception is pending");
+  }
+  hidePending(call);
+}
+
+/// Fails as the JVM does, with an error pending; one that is pending already stays.
+void failWith(const Call& call) {
+  if (call.note != 0) {
+    return;
+  }
+  JNIEnv* const env = environment(call);
+  jclass const type = originals->FindClass(env, factsOf(call)->error);
+  originals->ThrowNew(env, type, call.function->name.c_str());
+  originals->DeleteLocalRef(env, type);
+}
+
+/// Characters are released once for each time that they were asked for, also when the JVM gave
+/// none. The JVM itself must not see that null.
+bool isNullRelease(const Call& call) {
+  return factsOf(call)->name == "ReleaseStringChars" && call.words[2] == 0;
+}
+
+void bookBefore(const Call& call) {
+  const JniFunction& facts = *factsOf(call);
+  if (facts.name == "ReleaseStringChars") {
+    const bool none = call.words[2] == 0;
+    accounts().close(none ? Account::kUnobtainedString : Account::kPinnedString,
+                     call.words[none ? 1 : 2],
+                     call.function->name);
+  } else if (facts.effect.move == Effect::Move::kCloses && call.words[facts.effect.argument] != 0) {
+    accounts().close(facts.effect.account, call.words[facts.effect.argument], call.function->name);
+  }
+}
+
+/// Whether the library calls. Where the compiler made a jump of a call in tail position, the return
+/// address is in the generated code of the JVM; so it is for natives of the JDK.
+bool concerns(const Call& call) {
+  if (!monitor().watchesThisThread()) {
+    return false;
+  }
+  const Caller caller = callerAt(call.caller);
+  return caller == Caller::kHookedModule ||
+         (caller == Caller::kNoModule && isLibraryNativeRunning(environment(call)));
+}
+
+const void* beforeEntry(Call& call) {
+  const LastErrorScope lastError;
+  if (!concerns(call)) {
+    return call.function->original;
+  }
+  const JniFunction* facts = factsOf(call);
+  if (facts == nullptr) {
+    monitor().violation("the table of JNI functions lacks " + call.function->name);
+    return call.function->original;
+  }
+  checkPending(call);
+  const FailRule* rule = monitor().begin(Kind::kJni, call, facts->error != nullptr);
+  bookBefore(call);
+  if (rule != nullptr) {
+    failWith(call);
+    return nullptr;
+  }
+  return isNullRelease(call) ? nullptr : call.function->original;
+}
+
+void bookAfter(const Call& call) {
+  const JniFunction& facts = *factsOf(call);
+  if (facts.name == "GetStringChars") {
+    const bool none = call.result == 0;
+    accounts().open(none ? Account::kUnobtainedString : Account::kPinnedString,
+                    none ? call.words[1] : call.result,
+                    call.function->name);
+  } else if (facts.effect.move == Effect::Move::kOpensResult && call.result != 0) {
+    accounts().open(facts.effect.account, call.result, call.function->name);
+  }
+}
+
+void afterEntry(Call& call) {
+  const LastErrorScope lastError;
+  if (!concerns(call) || factsOf(call) == nullptr) {
+    return;
+  }
+  bookAfter(call);
+  if (call.note != 0) {
+    restorePending(call);
+  }
+}
+
+void require(bool condition, const char* what) {
+  if (!condition) {
+    throw std::runtime_error(what);
+  }
+}
+
+HookedEntry& hookEntry(size_t index, const void* original) {
+  HookedEntry& entry = entries[index];
+  entry.facts = findJniFunction(index);
+  entry.name = entry.facts != nullptr ? std::string(entry.facts->name)
+                                      : "JNI function " + std::to_string(index);
+  entry.original = original;
+  entry.before = beforeEntry;
+  entry.after = afterEntry;
+  return entry;
+}
+
+}  // namespace
+
+void hookJni(JavaVM* vm) {
+  void* environment = nullptr;
+  require(vm->GetEnv(&environment, JVMTI_VERSION_1_2) == JNI_OK, "the JVM offers no JVMTI");
+  jvmti = static_cast<jvmtiEnv*>(environment);
+  JNINativeInterface_* table = nullptr;
+  require(jvmti->GetJNIFunctionTable(&originals) == JVMTI_ERROR_NONE &&
+              jvmti->GetJNIFunctionTable(&table) == JVMTI_ERROR_NONE,
+          "the JVM does not show its table of JNI functions");
+  auto** const slots = reinterpret_cast<const void**>(table);
+  for (size_t index = 0; index < kJniEntries; ++index) {
+    if (slots[index] != nullptr) {
+      slots[index] = makeStub(hookEntry(index, slots[index]));
+    }
+  }
+  require(jvmti->SetJNIFunctionTable(table) == JVMTI_ERROR_NONE,
+          "the JVM does not take a table of JNI functions");
+  Accounts::nameNativesBy(runningNative);
+}
+
+}  // namespace bed

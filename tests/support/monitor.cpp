@@ -1,0 +1,87 @@
+#include "monitor.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace bed {
+
+Monitor& monitor() {
+  static Monitor instance;
+  return instance;
+}
+
+void Monitor::arm() {
+  thread_ = GetCurrentThreadId();
+}
+
+bool Monitor::watchesThisThread() const {
+  return thread_ != 0 && thread_ == GetCurrentThreadId();
+}
+
+void Monitor::reset() {
+  *this = Monitor();
+}
+
+const FailRule* Monitor::begin(Kind kind, const Call& call, bool canFail) {
+  record(kind, call);
+  if (!canFail) {
+    return nullptr;
+  }
+  ++failable_[static_cast<size_t>(kind)];
+  const FailRule* rule = dueRule(kind, call.function->name);
+  if (rule != nullptr) {
+    failed_ = call.function->name;
+  }
+  return rule;
+}
+
+bool Monitor::answered(Call& call, LastErrorScope& lastError) {
+  const auto prepared = answers_.find(call.function->name);
+  if (prepared == answers_.end() || prepared->second.empty()) {
+    return false;
+  }
+  const Answer answer = std::move(prepared->second.front());
+  prepared->second.pop_front();
+  for (const auto& [argument, bytes] : answer.writes) {
+    std::memcpy(reinterpret_cast<void*>(call.words[argument]), bytes.data(), bytes.size());
+  }
+  call.result = answer.result;
+  if (answer.lastError != 0) {
+    lastError.set(answer.lastError);
+  }
+  return true;
+}
+
+void Monitor::record(Kind kind, const Call& call) {
+  RecordedCall entry{call.function->name, kind, {}, {}};
+  std::copy_n(call.words, entry.words.size(), entry.words.begin());
+  if (const auto wanted = captures_.find(entry.name); wanted != captures_.end()) {
+    for (const auto& [argument, size] : wanted->second) {
+      const auto* bytes = reinterpret_cast<const uint8_t*>(call.words[argument]);
+      if (bytes != nullptr) {
+        entry.captured[argument].assign(bytes, bytes + size);
+      }
+    }
+  }
+  calls_.push_back(std::move(entry));
+}
+
+const FailRule* Monitor::dueRule(Kind kind, const std::string& name) {
+  const FailRule* due = nullptr;
+  for (FailRule& rule : rules_) {
+    if (rule.kind == kind && (rule.name.empty() || rule.name == name) && ++rule.seen == rule.nth) {
+      due = &rule;
+    }
+  }
+  return due;
+}
+
+LastErrorScope::LastErrorScope() : error_(GetLastError()) {}
+
+LastErrorScope::~LastErrorScope() {
+  SetLastError(error_);
+}
+
+}  // namespace bed

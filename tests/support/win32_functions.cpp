@@ -1,0 +1,127 @@
+#include "win32_functions.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace bed {
+namespace {
+
+bool allocatesText(const Call& call) {
+  return (call.words[0] & FORMAT_MESSAGE_ALLOCATE_BUFFER) != 0;
+}
+
+using enum Failure;
+
+constexpr Win32Function kFunctions[] = {
+    // The registry.
+    {"RegCloseKey", kCannotFail, 0, closes(Account::kKey, 0)},
+    {"RegCreateKeyExA", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 7)},
+    {"RegCreateKeyExW", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 7)},
+    {"RegDeleteKeyA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegDeleteKeyW", kStatus, ERROR_ACCESS_DENIED},
+    {"RegDeleteValueA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegDeleteValueW", kStatus, ERROR_ACCESS_DENIED},
+    {"RegEnumKeyA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegEnumKeyW", kStatus, ERROR_ACCESS_DENIED},
+    {"RegEnumKeyExW", kStatus, ERROR_ACCESS_DENIED},
+    {"RegEnumValueA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegEnumValueW", kStatus, ERROR_ACCESS_DENIED},
+    {"RegOpenKeyExA", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 4)},
+    {"RegOpenKeyExW", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 4)},
+    {"RegQueryInfoKeyA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegQueryInfoKeyW", kStatus, ERROR_ACCESS_DENIED},
+    {"RegQueryValueExA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegQueryValueExW", kStatus, ERROR_ACCESS_DENIED},
+    {"RegSetValueExA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegSetValueExW", kStatus, ERROR_ACCESS_DENIED},
+
+    // Text, versions and messages.
+    {"ExpandEnvironmentStringsA", kZero, ERROR_NOT_ENOUGH_MEMORY},
+    {"ExpandEnvironmentStringsW", kZero, ERROR_NOT_ENOUGH_MEMORY},
+    {"FormatMessageA",
+     kZero,
+     ERROR_MR_MID_NOT_FOUND,
+     opensAt(Account::kLocalBlock, 4),
+     allocatesText},
+    {"FormatMessageW",
+     kZero,
+     ERROR_MR_MID_NOT_FOUND,
+     opensAt(Account::kLocalBlock, 4),
+     allocatesText},
+    {"GetACP"},
+    {"GetVersionExA", kZero, ERROR_INVALID_PARAMETER},
+    {"GetVersionExW", kZero, ERROR_INVALID_PARAMETER},
+    {"LocalFree", kCannotFail, 0, closes(Account::kLocalBlock, 0)},
+    {"MultiByteToWideChar", kZero, ERROR_NO_UNICODE_TRANSLATION},
+    {"WideCharToMultiByte", kZero, ERROR_NO_UNICODE_TRANSLATION},
+
+    // Modules and what is looked up in them.
+    {"FreeLibrary", kCannotFail, 0, closes(Account::kModule, 0)},
+    {"GetModuleHandleA", kZero, ERROR_MOD_NOT_FOUND},
+    {"GetModuleHandleW", kZero, ERROR_MOD_NOT_FOUND},
+    {"GetProcAddress", kZero, ERROR_PROC_NOT_FOUND},
+    {"LoadLibraryExA", kZero, ERROR_MOD_NOT_FOUND, opensResult(Account::kModule)},
+    {"LoadLibraryExW", kZero, ERROR_MOD_NOT_FOUND, opensResult(Account::kModule)},
+
+    // The process.
+    {"CoInitialize", kStatus, 0x8007000EU},
+    {"CoUninitialize"},
+    {"GetLastError"},
+    {"SetLastError"},
+
+    // The C runtime's heap. realloc closes and opens; the heap guard books it.
+    {"calloc", kZero, 0, opensResult(Account::kHeapBlock)},
+    {"free", kCannotFail, 0, closes(Account::kHeapBlock, 0)},
+    {"malloc", kZero, 0, opensResult(Account::kHeapBlock)},
+    {"realloc", kZero, 0, opensResult(Account::kHeapBlock)},
+};
+
+/// What the C++ runtime that is linked into the library calls for itself: locks, unwinding, the C
+/// library.
+// clang-format off
+constexpr std::string_view kUntouchedFunctions[] = {
+    "CloseHandle", "CreateSemaphoreW", "DeleteCriticalSection", "EnterCriticalSection",
+    "GetCurrentThreadId", "InitializeCriticalSection", "IsDBCSLeadByteEx", "LeaveCriticalSection",
+    "LoadLibraryW", "RaiseException", "ReleaseSemaphore", "RtlCaptureContext",
+    "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "Sleep", "TlsAlloc", "TlsFree",
+    "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery", "WaitForSingleObject",
+    "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
+    "_initterm", "_lock", "_read", "_unlock", "abort", "fputwc", "fwprintf", "fwrite",
+    "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",
+    "strlen", "strncmp", "vfprintf", "wcslen", "wcsncpy",
+};
+// clang-format on
+
+}  // namespace
+
+const Win32Function* findWin32Function(std::string_view name) {
+  static constexpr Win32Function untouched{"", kUntouched};
+  if (std::find(std::begin(kUntouchedFunctions), std::end(kUntouchedFunctions), name) !=
+      std::end(kUntouchedFunctions)) {
+    return &untouched;
+  }
+  const auto* found =
+      std::find_if(std::begin(kFunctions),
+                   std::end(kFunctions),
+                   [&](const Win32Function& function) { return function.name == name; });
+  return found == std::end(kFunctions) ? nullptr : found;
+}
+
+uint64_t failureResult(const Win32Function& function, uint32_t error) {
+  return function.failure == kStatus ? error : 0;
+}
+
+bool succeeded(const Win32Function& function, uint64_t result) {
+  switch (function.failure) {
+    case kStatus:
+      return static_cast<int32_t>(result) == 0;
+    case kZero:
+      return result != 0;
+    default:
+      return true;
+  }
+}
+
+}  // namespace bed
