@@ -24,7 +24,7 @@ class Win32LibraryTest {
 
     private String load(String... options) throws Exception {
         String java = System.getProperty("java.home") + "\\bin\\java.exe";
-        String classes = LoadProbe.class.getProtectionDomain().getCodeSource().getLocation().getPath().substring(1);
+        Path classes = Path.of(LoadProbe.class.getProtectionDomain().getCodeSource().getLocation().toURI());
         ProcessBuilder process = new ProcessBuilder(java, "-XX:+UseSerialGC", "-XX:-UsePerfData",
                 "-Djava.io.tmpdir=" + temporary, "-cp",
                 System.getProperty("corvane.test.jar") + File.pathSeparator + classes);
