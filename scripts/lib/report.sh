@@ -39,6 +39,7 @@ add_counts() {
 # or in which nothing ran, has failed.
 close_report() {
   if [ "$failed" -eq 0 ] && { [ "$1" -ne 0 ] || [ "$passed" -eq 0 ]; }; then
+    echo "The run ended before its end (exit code $1); that counts as one failure."
     failed=1
   fi
   local skips=''

@@ -28,7 +28,11 @@ wine_server() {
 start_wine() {
   [ -f "$WINEPREFIX/.ready" ] || step "Setting up the Wine prefix $WINEPREFIX" make_prefix
   wine_started=yes
-  wine_server -p
+  if ! wine_server -p; then
+    echo "Waiting for a Windows program that runs in $WINEPREFIX"
+    wine_server -w
+    wine_server -p
+  fi
   # The system's own processes start with the first program and stay: they must not inherit a pipe,
   # whose reader would wait for them.
   wine cmd /c exit >/dev/null 2>&1 </dev/null

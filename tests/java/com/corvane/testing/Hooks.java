@@ -58,6 +58,11 @@ public final class Hooks {
         answer(function, result, 0, new int[] {argument}, new byte[][] {data});
     }
 
+    /** The same for several arguments. */
+    public static void answer(String function, long result, int[] arguments, byte[]... data) {
+        answer(function, result, 0, arguments, data);
+    }
+
     /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */
     public static native void answerValue(int type, byte[] data);
 

@@ -1,7 +1,6 @@
 package com.corvane.testing;
 
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
-import com.corvane.wizard.service.ServiceException;
 import java.util.ArrayList;
 import java.util.List;
 import org.junit.jupiter.api.extension.AfterEachCallback;
@@ -13,6 +12,8 @@ import org.junit.jupiter.api.extension.ExtensionContext;
  * certainty that nothing stayed open and no rule was broken.
  */
 public final class TestBed implements BeforeEachCallback, AfterEachCallback {
+
+    private static final int INVALID_HANDLE = 6;
 
     static {
         Hooks.load();
@@ -29,12 +30,7 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
 
     /** The C++ runtime allocates some memory when it throws for the first time, and keeps it. */
     private static void warmUp() {
-        try {
-            new Win32RegistryServiceImpl().keyExists(0, "");
-            throw new AssertionError("a root that does not exist was opened");
-        } catch (ServiceException expected) {
-            Bridge.predicates();
-        }
+        Outcome.assertFails(-100001, INVALID_HANDLE, () -> new Win32RegistryServiceImpl().keyExists(0, ""));
     }
 
     @Override

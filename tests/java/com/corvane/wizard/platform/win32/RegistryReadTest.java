@@ -128,6 +128,20 @@ class RegistryReadTest {
         assertArrayEquals(new byte[0], registry.getBinaryValue(HKCU, KEY, "v"));
     }
 
+    /** A size beyond the buffer is not believed. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "W10"})
+    void noSizeLeadsBeyondTheBuffer(Windows system) throws Exception {
+        String query = system.function("RegQueryValueEx");
+        int[] places = {3, 4, 5};
+        String text = "x".repeat(system.isAnsi() ? 512 : 256);
+        begin(system);
+        Hooks.answer(query, 0, places, Bytes.number(SZ), system.encode(text), Bytes.number(600));
+        assertEquals(text, registry.getStringValue(HKCU, KEY, "v", false));
+        Hooks.answer(query, 0, places, Bytes.number(MULTI_SZ), system.encode(text.repeat(4)), Bytes.number(2100));
+        assertArrayEquals(new String[] {text.repeat(4)}, registry.getMultiStringValue(HKCU, KEY, "v"));
+    }
+
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
     void listsAreReadToTheirEnd(Windows system) throws Exception {
