@@ -48,8 +48,10 @@ TEST(ByteBuffer, IsZeroFilledAndMovesAsAWhole) {
   EXPECT_EQ(WString(buffer.data<wchar_t>(), 3), WString(3, L'\0'));
   const ByteBuffer moved = std::move(buffer);
   EXPECT_EQ(moved.byteLength(), 6U);
-  EXPECT_EQ(buffer.data(), nullptr);  // NOLINT(bugprone-use-after-move): empty is promised
+  // NOLINTBEGIN(bugprone-use-after-move,clang-analyzer-cplusplus.Move): empty is promised.
+  EXPECT_EQ(buffer.data(), nullptr);
   EXPECT_EQ(buffer.byteLength(), 0U);
+  // NOLINTEND(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
 }
 
 TEST(ByteBuffer, TruncatesAndNeverGrows) {
