@@ -3,32 +3,13 @@
 
 #include "bench_key.h"
 #include "com_corvane_bench_BareRegistry.h"
+#include "timed_calls.h"
 
 namespace {
 
 /// The size of the buffers into which the library reads strings and names, in characters.
 constexpr DWORD kStringUnits = 256;
 constexpr DWORD kNameUnits = 1024;
-
-LONGLONG now() {
-  LARGE_INTEGER ticks;
-  QueryPerformanceCounter(&ticks);
-  return ticks.QuadPart;
-}
-
-/// The nanoseconds that so many calls took, -1 when one of them failed.
-template <class Call>
-jlong timed(jint calls, const Call& call) {
-  LARGE_INTEGER perSecond;
-  QueryPerformanceFrequency(&perSecond);
-  const LONGLONG start = now();
-  for (jint i = 0; i < calls; ++i) {
-    if (call() != ERROR_SUCCESS) {
-      return -1;
-    }
-  }
-  return (now() - start) * 1'000'000'000 / perSecond.QuadPart;
-}
 
 template <class Work>
 LSTATUS withKey(REGSAM access, const Work& work) {

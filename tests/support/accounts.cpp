@@ -36,6 +36,9 @@ constexpr std::string_view kAccountNames[] = {
     "pinned string",
     "unobtained string",
     "local reference",
+    "handle",
+    "search",
+    "view",
 };
 
 std::string describe(Account account, uint64_t item) {
@@ -74,9 +77,8 @@ void Accounts::open(Account account, uint64_t item, const std::string& function)
   }
   const bool wanted = account == Account::kKey && nativeName != nullptr;
   items_.insert_or_assign({account, item}, Origin{function, wanted ? nativeName() : ""});
-  if (account == Account::kLocalReference) {
-    peak_ = std::max(peak_, ++localReferences_);
-  }
+  Count& count = counts_[account];
+  count.peak = std::max(count.peak, ++count.now);
 }
 
 void Accounts::close(Account account, uint64_t item, const std::string& function) {
@@ -85,8 +87,8 @@ void Accounts::close(Account account, uint64_t item, const std::string& function
   }
   if (items_.erase({account, item}) == 0) {
     monitor().violation(function + " closes what is not open: " + describe(account, item));
-  } else if (account == Account::kLocalReference) {
-    --localReferences_;
+  } else {
+    --counts_[account].now;
   }
 }
 
@@ -113,6 +115,11 @@ uint32_t Accounts::leftOpen() const {
   return static_cast<uint32_t>(std::count_if(items_.begin(), items_.end(), [](const auto& item) {
     return item.first.first != Account::kLocalReference && staysOpen(item.first.first, item.second);
   }));
+}
+
+uint32_t Accounts::peak(Account account) const {
+  const auto found = counts_.find(account);
+  return found == counts_.end() ? 0 : found->second.peak;
 }
 
 }  // namespace bed

@@ -17,6 +17,10 @@ enum class Account {
   kPinnedString,
   kUnobtainedString,
   kLocalReference,
+  /// A file or a mapping: both end with CloseHandle.
+  kHandle,
+  kSearch,
+  kView,
 };
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
@@ -55,8 +59,8 @@ class Accounts {
   std::vector<std::string> unbalanced() const;
   /// How many things are open that the library promises to leave open.
   uint32_t leftOpen() const;
-  /// The most local references that were alive at once.
-  uint32_t peakLocalReferences() const { return peak_; }
+  /// The most things of one kind that were open at once.
+  uint32_t peak(Account account) const;
 
  private:
   struct Origin {
@@ -66,8 +70,11 @@ class Accounts {
   static bool staysOpen(Account account, const Origin& origin);
 
   std::map<std::pair<Account, uint64_t>, Origin> items_;
-  uint32_t localReferences_ = 0;
-  uint32_t peak_ = 0;
+  struct Count {
+    uint32_t now = 0;
+    uint32_t peak = 0;
+  };
+  std::map<Account, Count> counts_;
 };
 
 Accounts& accounts();

@@ -11,15 +11,16 @@
 namespace {
 
 using Export = jlong (*)(JNIEnv*, jobject, jint, jstring, jstring, jboolean);
+using FileExport = jint (*)(JNIEnv*, jobject, jstring, jstring, jboolean);
 
-Export exported(const std::string& method) {
-  const std::string name =
-      "Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_" + method;
+template <class Function = Export>
+Function exported(const std::string& method, const std::string& type = "Win32RegistryServiceImpl") {
+  const std::string name = "Java_com_corvane_wizard_platform_win32_" + type + "_" + method;
   const FARPROC function = GetProcAddress(GetModuleHandleA("corvane_win32.dll"), name.c_str());
   if (function == nullptr) {
     throw std::runtime_error("not exported: " + name);
   }
-  return reinterpret_cast<Export>(reinterpret_cast<void*>(function));
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(function));
 }
 
 void dropException(JNIEnv* env) {
@@ -53,6 +54,20 @@ JNIEXPORT jlong JNICALL Java_com_corvane_testing_Direct_result(JNIEnv* env,
   return bed::orThrow(env, [&] {
     const std::string wanted = bed::narrow(env, method);
     const jlong result = exported(wanted)(env, type, root, key, name, JNI_FALSE);
+    dropException(env);
+    return result;
+  });
+}
+
+JNIEXPORT jint JNICALL Java_com_corvane_testing_Direct_fileResult(JNIEnv* env,
+                                                                  jclass type,
+                                                                  jstring method,
+                                                                  jstring first,
+                                                                  jstring second,
+                                                                  jboolean last) {
+  return bed::orThrow(env, [&] {
+    const auto call = exported<FileExport>(bed::narrow(env, method), "Win32FileServiceImpl");
+    const jint result = call(env, type, first, second, last);
     dropException(env);
     return result;
   });

@@ -91,8 +91,9 @@ JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_version(JNIEnv*,
 JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_failNth(JNIEnv*,
                                                               jclass,
                                                               jboolean jni,
-                                                              jint nth) {
-  monitor().fail({kindOf(jni), {}, static_cast<uint32_t>(nth)});
+                                                              jint nth,
+                                                              jboolean andAllLater) {
+  monitor().fail({kindOf(jni), {}, static_cast<uint32_t>(nth), 0, andAllLater != JNI_FALSE});
 }
 
 JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_fail(JNIEnv* env,
@@ -191,5 +192,9 @@ JNIEXPORT jint JNICALL Java_com_corvane_testing_Hooks_leftOpen(JNIEnv*, jclass) 
 }
 
 JNIEXPORT jint JNICALL Java_com_corvane_testing_Hooks_peakLocalReferences(JNIEnv*, jclass) {
-  return static_cast<jint>(accounts().peakLocalReferences());
+  return static_cast<jint>(accounts().peak(bed::Account::kLocalReference));
+}
+
+JNIEXPORT jint JNICALL Java_com_corvane_testing_Hooks_peakSearches(JNIEnv*, jclass) {
+  return static_cast<jint>(accounts().peak(bed::Account::kSearch));
 }

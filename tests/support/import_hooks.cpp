@@ -67,7 +67,7 @@ bool isSettled(Call& call, LastErrorScope& lastError) {
     const uint32_t error = rule != nullptr && rule->error != 0 ? rule->error : facts.error;
     call.result = failureResult(facts, error);
     if (error != 0 && facts.failure != Failure::kStatus) {
-      lastError.set(error);
+      lastError.set(error == FailRule::kNoError ? 0 : error);
     }
     return true;
   }

@@ -29,6 +29,7 @@ constexpr JniFunction kFunctions[] = {
     {ENTRY(GetStaticFieldID), kNoField},
     {ENTRY(GetStaticIntField)},
     {ENTRY(NewObjectV), kNoMemory, kNewLocal},
+    {ENTRY(CallBooleanMethodV), kThrown},
     {ENTRY(CallVoidMethodV), kThrown},
 
     {ENTRY(NewString), kNoMemory, kNewLocal},

@@ -4,8 +4,19 @@
 
 #include <algorithm>
 #include <cstring>
+#include <cwchar>
 
 namespace bed {
+
+namespace {
+
+/// In bytes.
+size_t textLength(const std::string& function, const void* text) {
+  return function.ends_with('W') ? std::wcslen(static_cast<const wchar_t*>(text)) * sizeof(wchar_t)
+                                 : std::strlen(static_cast<const char*>(text));
+}
+
+}  // namespace
 
 Monitor& monitor() {
   static Monitor instance;
@@ -61,7 +72,8 @@ void Monitor::record(Kind kind, const Call& call) {
     for (const auto& [argument, size] : wanted->second) {
       const auto* bytes = reinterpret_cast<const uint8_t*>(call.words[argument]);
       if (bytes != nullptr) {
-        entry.captured[argument].assign(bytes, bytes + size);
+        const size_t length = size == kText ? textLength(entry.name, bytes) : size;
+        entry.captured[argument].assign(bytes, bytes + length);
       }
     }
   }
@@ -71,7 +83,7 @@ void Monitor::record(Kind kind, const Call& call) {
 const FailRule* Monitor::dueRule(Kind kind, const std::string& name) {
   const FailRule* due = nullptr;
   for (FailRule& rule : rules_) {
-    if (rule.kind == kind && (rule.name.empty() || rule.name == name) && ++rule.seen == rule.nth) {
+    if (rule.kind == kind && (rule.name.empty() || rule.name == name) && rule.isDue()) {
       due = &rule;
     }
   }

@@ -41,9 +41,15 @@ struct FailRule {
   Kind kind = Kind::kWin32;
   std::string name;
   uint32_t nth = 1;
-  /// 0: the error that fits the function.
+  /// 0: the error that fits the function; kNoError: none at all.
   uint32_t error = 0;
+  /// And every later one too, as when the power is gone.
+  bool andAllLater = false;
   uint32_t seen = 0;
+
+  bool isDue() { return ++seen == nth || (andAllLater && seen > nth); }
+
+  static constexpr uint32_t kNoError = ~uint32_t{0};
 };
 
 /// A prepared answer: the system is not asked. `writes` go where the arguments point.
@@ -69,6 +75,8 @@ class Monitor {
   void answer(const std::string& name, Answer answer) {
     answers_[name].push_back(std::move(answer));
   }
+  /// `bytes` may be kText: up to the terminator, in wide characters when the name ends in W.
+  static constexpr uint32_t kText = 0;
   void capture(const std::string& name, int argument, uint32_t bytes) {
     captures_[name][argument] = bytes;
   }

@@ -65,6 +65,37 @@ constexpr Win32Function kFunctions[] = {
     {"LoadLibraryExA", kZero, ERROR_MOD_NOT_FOUND, opensResult(Account::kModule)},
     {"LoadLibraryExW", kZero, ERROR_MOD_NOT_FOUND, opensResult(Account::kModule)},
 
+    // Files.
+    {"CloseHandle", kCannotFail, 0, closes(Account::kHandle, 0)},
+    {"CopyFileA", kZero, ERROR_ACCESS_DENIED},
+    {"CopyFileW", kZero, ERROR_ACCESS_DENIED},
+    {"CreateFileA", kMinusOne, ERROR_ACCESS_DENIED, opensResult(Account::kHandle)},
+    {"CreateFileW", kMinusOne, ERROR_ACCESS_DENIED, opensResult(Account::kHandle)},
+    {"CreateFileMappingA", kZero, ERROR_DISK_FULL, opensResult(Account::kHandle)},
+    {"DeleteFileA", kZero, ERROR_ACCESS_DENIED},
+    {"DeleteFileW", kZero, ERROR_ACCESS_DENIED},
+    {"FindClose", kCannotFail, 0, closes(Account::kSearch, 0)},
+    {"FindFirstFileA", kMinusOne, ERROR_ACCESS_DENIED, opensResult(Account::kSearch)},
+    {"FindFirstFileW", kMinusOne, ERROR_ACCESS_DENIED, opensResult(Account::kSearch)},
+    {"FindNextFileA", kZero, ERROR_NO_MORE_FILES},
+    {"FindNextFileW", kZero, ERROR_NO_MORE_FILES},
+    {"GetFileAttributesA", kMinusOne, ERROR_ACCESS_DENIED},
+    {"GetFileAttributesW", kMinusOne, ERROR_ACCESS_DENIED},
+    {"GetFileSize", kMinusOne, ERROR_ACCESS_DENIED},
+    {"GetShortPathNameA", kZero, ERROR_ACCESS_DENIED},
+    {"GetWindowsDirectoryA", kZero, ERROR_ACCESS_DENIED},
+    {"MapViewOfFile", kZero, ERROR_NOT_ENOUGH_MEMORY, opensResult(Account::kView)},
+    {"MoveFileA", kZero, ERROR_ACCESS_DENIED},
+    {"MoveFileExW", kZero, ERROR_ACCESS_DENIED},
+    {"RemoveDirectoryA", kZero, ERROR_ACCESS_DENIED},
+    {"RemoveDirectoryW", kZero, ERROR_ACCESS_DENIED},
+    {"SetEndOfFile", kZero, ERROR_ACCESS_DENIED},
+    {"SetFileAttributesA", kZero, ERROR_ACCESS_DENIED},
+    {"SetFileAttributesW", kZero, ERROR_ACCESS_DENIED},
+    {"SetFilePointer", kMinusOne, ERROR_ACCESS_DENIED},
+    {"SetFileTime", kZero, ERROR_ACCESS_DENIED},
+    {"UnmapViewOfFile", kCannotFail, 0, closes(Account::kView, 0)},
+
     // The process.
     {"CoInitialize", kStatus, 0x8007000EU},
     {"CoUninitialize"},
@@ -82,13 +113,13 @@ constexpr Win32Function kFunctions[] = {
 /// library.
 // clang-format off
 constexpr std::string_view kUntouchedFunctions[] = {
-    "CloseHandle", "CreateSemaphoreW", "DeleteCriticalSection", "EnterCriticalSection",
+    "CreateSemaphoreW", "DeleteCriticalSection", "EnterCriticalSection",
     "GetCurrentThreadId", "InitializeCriticalSection", "IsDBCSLeadByteEx", "LeaveCriticalSection",
     "LoadLibraryW", "RaiseException", "ReleaseSemaphore", "RtlCaptureContext",
     "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "Sleep", "TlsAlloc", "TlsFree",
     "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery", "WaitForSingleObject",
     "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
-    "_initterm", "_lock", "_read", "_unlock", "abort", "fputwc", "fwprintf", "fwrite",
+    "_initterm", "_lock", "_read", "_unlock", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
     "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",
     "strlen", "strncmp", "vfprintf", "wcslen", "wcsncpy",
 };
@@ -110,7 +141,14 @@ const Win32Function* findWin32Function(std::string_view name) {
 }
 
 uint64_t failureResult(const Win32Function& function, uint32_t error) {
-  return function.failure == kStatus ? error : 0;
+  switch (function.failure) {
+    case kStatus:
+      return error;
+    case kMinusOne:
+      return ~uint64_t{0};
+    default:
+      return 0;
+  }
 }
 
 bool succeeded(const Win32Function& function, uint64_t result) {
@@ -119,6 +157,8 @@ bool succeeded(const Win32Function& function, uint64_t result) {
       return static_cast<int32_t>(result) == 0;
     case kZero:
       return result != 0;
+    case kMinusOne:
+      return static_cast<uint32_t>(result) != ~uint32_t{0};
     default:
       return true;
   }

@@ -19,6 +19,8 @@ enum class Failure {
   kStatus,
   /// Returns 0 and sets the last error.
   kZero,
+  /// Returns -1, as a handle or as 32 bits, and sets the last error.
+  kMinusOne,
 };
 
 /// What is known of one function that the library calls.

@@ -18,8 +18,11 @@ public final class Bench {
         report.opening(rounds);
         try (RowGroup registry = new RegistryRows()) {
             List<Row> rows = registry.rows();
-            report.comparison("Registry", "java.util.prefs", rows);
+            report.comparison("Registry", "java.util.prefs", rows, Row.JNA);
             report.ownCost("Registry", rows);
+        }
+        try (RowGroup files = new FileRows()) {
+            report.comparison("Files", "java.nio.file", files.rows(), Row.JDK);
         }
         report.close();
     }

@@ -22,40 +22,50 @@ final class Report {
     }
 
     void opening(int count) {
-        print("Java %s, %s, JNA %s; medians of %d rounds%n", System.getProperty("java.version"),
-                System.getProperty("os.name"), Native.VERSION, count);
+        print("Java %s, %s, JNA %s; medians of at most %d rounds%n",
+                System.getProperty("java.version"), System.getProperty("os.name"), Native.VERSION,
+                count);
     }
 
-    /** Everybody's time for each row, with the ratio to the bare calls. */
-    void comparison(String group, String jdkName, List<Row> rows) throws Exception {
+    /**
+     * Everybody's time for each row, with the ratio to the bare calls.
+     *
+     * @param rival the column of {@link Row#works()} that the library is to be faster than
+     */
+    void comparison(String group, String jdkName, List<Row> rows, int rival) throws Exception {
         print("%n%s: microseconds a call (times the bare calls)%n%n", group);
-        print("%-21s%16s%9s%17s%17s  %7s  %5s%n", "", "this library", "bare", "JNA", jdkName,
-                "<= " + MOST_OF_BARE, "< JNA");
+        print("%-24s%17s%10s%17s%17s  %7s  %5s  %6s%n", "", "this library", "bare", "JNA", jdkName,
+                "<= " + MOST_OF_BARE, rival == Row.JNA ? "< JNA" : "< JDK", "rounds");
         for (Row row : rows) {
             Samples samples = rounds.time(row.works());
             boolean nearBare = samples.ratio(Row.LIBRARY, Row.BARE) <= MOST_OF_BARE;
-            boolean beforeJna = samples.ratio(Row.LIBRARY, Row.JNA) < 1;
-            print("%-21s%16s%9.2f%17s%17s  %7s  %5s%n", row.name(), cell(samples, Row.LIBRARY),
-                    samples.median(Row.BARE) / 1000, cell(samples, Row.JNA),
+            boolean beforeRival = samples.ratio(Row.LIBRARY, rival) < 1;
+            print("%-24s%17s%10s%17s%17s  %7s  %5s  %6d%n", row.name(), cell(samples, Row.LIBRARY),
+                    micros(samples, Row.BARE), cell(samples, Row.JNA),
                     row.jdk() == null ? "-" : cell(samples, Row.JDK), verdict(nearBare),
-                    verdict(beforeJna));
+                    verdict(beforeRival), samples.count());
         }
     }
 
     private static String cell(Samples samples, int work) {
+        return String.format(
+                Locale.ROOT, "%s (%.2f)", micros(samples, work), samples.ratio(work, Row.BARE));
+    }
+
+    private static String micros(Samples samples, int work) {
         double micros = samples.median(work) / 1000;
-        return String.format(Locale.ROOT, "%.2f (%.2f)", micros, samples.ratio(work, Row.BARE));
+        return String.format(Locale.ROOT, micros < 10_000 ? "%.2f" : "%.0f", micros);
     }
 
     /** What the library adds to the system's time; of a list, each item's share counts. */
     void ownCost(String group, List<Row> rows) throws Exception {
         print("%n%s: the library's own nanoseconds, the system answering at once%n%n", group);
-        print("%-21s%16s%9s  %6s%n", "", "a call", "an item", "< " + (int) MOST_OWN_NANOS);
+        print("%-24s%16s%9s  %6s%n", "", "a call", "an item", "< " + (int) MOST_OWN_NANOS);
         try (StandIns standIns = new StandIns()) {
             for (Row row : rows) {
                 double call = rounds.time(List.of(row.library())).median(Row.LIBRARY);
                 double item = call / row.items();
-                print("%-21s%16.0f%9.0f  %6s%n", row.name(), call, item,
+                print("%-24s%16.0f%9.0f  %6s%n", row.name(), call, item,
                         verdict(item < MOST_OWN_NANOS));
             }
         }

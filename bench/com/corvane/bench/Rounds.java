@@ -1,5 +1,6 @@
 package com.corvane.bench;
 
+import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import java.util.function.IntToDoubleFunction;
@@ -12,6 +13,12 @@ import java.util.stream.IntStream;
 final class Rounds {
     private static final long BATCH_NANOS = 2_000_000;
 
+    /** A row that takes longer has fewer rounds. */
+    private static final long ROW_NANOS = 10_000_000_000L;
+
+    /** One forwards, one backwards. */
+    private static final int FEWEST = 2;
+
     private final int count;
 
     Rounds(int count) {
@@ -23,14 +30,30 @@ final class Rounds {
         for (int i = 0; i < batches.length; i++) {
             batches[i] = batchOf(works.get(i));
         }
-        double[][] nanos = new double[count][works.size()];
-        for (int round = -count / 4; round < count; round++) { // those below 0 are the warm-up
-            for (int turn = 0; turn < batches.length; turn++) {
-                int i = round % 2 == 0 ? turn : batches.length - 1 - turn;
-                nanos[Math.max(round, 0)][i] = (double) nanos(works.get(i), batches[i]) / batches[i];
-            }
+        repeat(works, batches, 0, count / 4, ROW_NANOS / 8); // warms up
+        return new Samples(repeat(works, batches, FEWEST, count, ROW_NANOS));
+    }
+
+    /** Rounds until there are {@code most}, or {@code fewest} when the time is over. */
+    private static double[][] repeat(
+            List<Timed> works, int[] batches, int fewest, int most, long nanos) throws Exception {
+        List<double[]> rounds = new ArrayList<>();
+        long start = System.nanoTime();
+        while (rounds.size() < most
+                && (rounds.size() < fewest || System.nanoTime() - start < nanos)) {
+            rounds.add(round(works, batches, rounds.size() % 2 == 0));
         }
-        return new Samples(nanos);
+        return rounds.toArray(double[][]::new);
+    }
+
+    private static double[] round(List<Timed> works, int[] batches, boolean forwards)
+            throws Exception {
+        double[] nanos = new double[batches.length];
+        for (int turn = 0; turn < batches.length; turn++) {
+            int i = forwards ? turn : batches.length - 1 - turn;
+            nanos[i] = (double) nanos(works.get(i), batches[i]) / batches[i];
+        }
+        return nanos;
     }
 
     /** As many calls as fill a batch. */
@@ -56,6 +79,10 @@ final class Rounds {
      * @param nanos for each round the nanoseconds a call of each work
      */
     record Samples(double[][] nanos) {
+        int count() {
+            return nanos.length;
+        }
+
         double median(int work) {
             return medianOf(round -> nanos[round][work]);
         }
@@ -68,7 +95,7 @@ final class Rounds {
         private double medianOf(IntToDoubleFunction figure) {
             double[] figures = IntStream.range(0, nanos.length).mapToDouble(figure).toArray();
             Arrays.sort(figures);
-            return figures[figures.length / 2];
+            return (figures[(figures.length - 1) / 2] + figures[figures.length / 2]) / 2;
         }
     }
 }

@@ -10,8 +10,8 @@ import java.util.stream.Stream;
  * @param name what is done
  * @param items how many things one call brings: 1, or the length of a list
  * @param library this library, called from Java
- * @param bare the same Win32 calls in the same order, made in a loop of C++
- * @param jna JNA's utilities, called from Java
+ * @param bare the Win32 calls that do it, made in a loop of C++
+ * @param jna JNA's functions, called from Java
  * @param jdk what the JDK itself has for it; null when it has nothing
  */
 record Row(String name, int items, Timed library, Timed bare, Timed jna, Timed jdk) {

@@ -6,8 +6,8 @@ interface Chapter {
     String name();
 
     /**
-     * Plays the chapter. It leaves the system as it found it, also when a step fails, and whatever
-     * it throws counts as one failed step.
+     * Plays the chapter. It leaves the system as it found it, also when a step fails, unless
+     * another chapter goes on after a reboot. Whatever it throws counts as one failed step.
      */
     void run(Stage stage) throws Exception;
 }

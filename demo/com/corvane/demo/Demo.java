@@ -5,27 +5,47 @@ import java.io.FileDescriptor;
 import java.io.FileOutputStream;
 import java.io.PrintStream;
 import java.util.Arrays;
+import java.util.Collections;
+import java.util.LinkedHashMap;
 import java.util.List;
+import java.util.Map;
 import java.util.function.Supplier;
 
 /**
  * A small installer that does for real what the library offers, and shows it.
  *
- * <p>Exits with 0 when every step came out as expected, with 1 otherwise.
+ * <p>It is started three times, and Windows in between: without an argument, with {@code
+ * --after-reboot}, and with {@code --after-second-reboot}. Exits with 0 when every step came out as
+ * expected, with 1 otherwise.
  */
 public final class Demo {
-    /** Made one by one once the library is loaded, for their classes need it. */
-    private static final List<Supplier<Chapter>> CHAPTERS = Arrays.asList(RegistryChapter::new);
+    /**
+     * What each argument plays. The chapters are made one by one once the library is loaded, for
+     * their classes need it.
+     */
+    private static final Map<String, List<Supplier<Chapter>>> CHAPTERS = new LinkedHashMap<>();
+
+    static {
+        CHAPTERS.put("",
+                Arrays.asList(RegistryChapter::new, FilesChapter::new, UpdateInUseChapter::new));
+        CHAPTERS.put("--after-reboot", Collections.singletonList(RemovalInUseChapter::new));
+        CHAPTERS.put("--after-second-reboot", Collections.singletonList(NothingLeftChapter::new));
+    }
 
     private Demo() {}
 
     public static void main(String[] arguments) throws Exception {
+        List<Supplier<Chapter>> chapters = CHAPTERS.get(String.join(" ", arguments));
+        if (chapters == null) {
+            System.err.println("One of these arguments, or none: " + CHAPTERS.keySet());
+            System.exit(2);
+        }
         // The texts of an installer are in many languages, whatever the console's code page is.
         PrintStream out = new PrintStream(new FileOutputStream(FileDescriptor.out), true, "UTF-8");
         Stage stage = new Stage(out);
         stage.play(new Opening());
         if (stage.allAsExpected()) {
-            CHAPTERS.forEach(chapter -> stage.play(chapter.get()));
+            chapters.forEach(chapter -> stage.play(chapter.get()));
         }
         stage.close();
         System.exit(stage.allAsExpected() ? 0 : 1);

@@ -13,4 +13,7 @@ public final class Direct {
 
     /** What a native of Win32RegistryServiceImpl returns, whatever its type: 0, false or null is 0. */
     public static native long result(String method, int root, String key, String name);
+
+    /** What a native of Win32FileServiceImpl returns; of its parameters, the first ones count. */
+    public static native int fileResult(String method, String first, String second, boolean last);
 }

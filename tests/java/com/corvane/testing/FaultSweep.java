@@ -4,12 +4,16 @@ import java.util.ArrayList;
 import java.util.List;
 import java.util.Set;
 import java.util.concurrent.Callable;
+import java.util.function.Consumer;
+import java.util.function.Predicate;
+import java.util.function.Supplier;
 import org.junit.jupiter.api.DynamicTest;
 
 /**
  * Lets every call that a native makes fail, one after the other: those of Windows, of the heap and of
  * JNI. After each, Java sees the right answer or exactly one exception, everything is closed, no rule of
- * JNI is broken, and the registry is as before or as after the good call.
+ * JNI is broken, and what the native works on is in a state that is allowed: as before or as after the
+ * good call, unless the row says otherwise.
  *
  * <p>A native joins with one line:
  * {@code sweep.add("keyExists", -100001, () -> registry.keyExists(3, KEY));}
@@ -35,23 +39,66 @@ public final class FaultSweep {
 
     private static final Outcome NO_TEXT = new Outcome("", null);
 
-    private record Row(String name, int code, Callable<?> call) {}
+    /** Whether an outcome is right after a function failed. */
+    @FunctionalInterface
+    public interface Judge {
+        boolean accepts(String failed, Outcome outcome, String state);
+    }
+
+    /** One native, and what is different about it. */
+    public static final class Row {
+
+        private final String name;
+        private final int code;
+        private final Callable<?> call;
+        private Consumer<Windows> plan = system -> {};
+        private Judge judge = (failed, outcome, state) -> false;
+        private Predicate<String> allowed = state -> false;
+
+        private Row(String name, int code, Callable<?> call) {
+            this.name = name;
+            this.code = code;
+            this.call = call;
+        }
+
+        /** Puts this in place before each run: an answer, or a failure that the native is to meet. */
+        public Row meets(Consumer<Windows> plan) {
+            this.plan = plan;
+            return this;
+        }
+
+        /** Outcomes that are right too. */
+        public Row accepts(Judge judge) {
+            this.judge = judge;
+            return this;
+        }
+
+        /** States that are allowed too. */
+        public Row allows(Predicate<String> allowed) {
+            this.allowed = allowed;
+            return this;
+        }
+    }
 
     private final List<Row> rows = new ArrayList<>();
     private final Runnable prepare;
+    private final Supplier<String> state;
 
-    /** {@code prepare} brings the registry into the state that each run starts from. */
-    public FaultSweep(Runnable prepare) {
+    /** {@code prepare} brings about the state that each run starts from. */
+    public FaultSweep(Runnable prepare, Supplier<String> state) {
         this.prepare = prepare;
+        this.state = state;
     }
 
     /** A native, the code of its failures, and a call of it. */
-    public void add(String name, int code, Callable<?> call) {
-        rows.add(new Row(name, code, call));
+    public Row add(String name, int code, Callable<?> call) {
+        Row row = new Row(name, code, call);
+        rows.add(row);
+        return row;
     }
 
-    public void addVoid(String name, int code, Outcome.Action action) {
-        add(name, code, () -> {
+    public Row addVoid(String name, int code, Outcome.Action action) {
+        return add(name, code, () -> {
             action.run();
             return null;
         });
@@ -87,9 +134,9 @@ public final class FaultSweep {
         void run() {
             good = call(() -> {});
             good = call(() -> {});
-            stateAfter = RawRegistry.dump(RawRegistry.KEY);
+            stateAfter = state.get();
             prepare.run();
-            stateBefore = RawRegistry.dump(RawRegistry.KEY);
+            stateBefore = state.get();
             int win32 = Hooks.failable(false);
             int jni = Hooks.failable(true);
             expands = Call.all().stream().anyMatch(call -> EXPANSIONS.contains(call.name()));
@@ -104,11 +151,11 @@ public final class FaultSweep {
         private void runEach(boolean jni, int count) {
             for (int nth = 1; nth <= count; ++nth) {
                 int number = nth;
-                Outcome outcome = call(() -> Hooks.failNth(jni, number));
+                Outcome outcome = call(() -> Hooks.failNth(jni, number, false));
                 String failed = Hooks.failed();
                 String run = (jni ? "JNI call " : "call ") + nth + " of " + count + ", " + failed;
                 note(run, TestBed.complaints());
-                if (failed.isEmpty() || !(jni ? isRightAfterJni(outcome, failed) : isRight(outcome, failed))) {
+                if (failed.isEmpty() || !isRightAfter(jni, outcome, failed)) {
                     complaints.add(run + ": " + brief(outcome));
                 }
                 checkState(run);
@@ -119,6 +166,7 @@ public final class FaultSweep {
             prepare.run();
             Hooks.reset();
             system.use();
+            row.plan.accept(system);
             plan.run();
             Hooks.arm();
             Outcome outcome = Outcome.of(row.call);
@@ -148,18 +196,21 @@ public final class FaultSweep {
             return outcome.isFailure(row.code, ACCESS_DENIED);
         }
 
+        private boolean isRightAfter(boolean jni, Outcome outcome, String failed) {
+            return (jni ? isRightAfterJni(outcome, failed) : isRight(outcome, failed))
+                    || row.judge.accepts(failed, outcome, state.get());
+        }
+
         /** The injected error names the function as its message. */
         private boolean isRightAfterJni(Outcome outcome, String failed) {
             boolean injected = outcome.isException() && failed.equals(outcome.thrown().getMessage());
             return injected || good.isException() && outcome.equals(good);
         }
 
-        /** A tree is deleted key by key, so a failure may leave a part of it. */
         private void checkState(String run) {
-            String state = RawRegistry.dump(RawRegistry.KEY);
-            boolean exempt = row.name.startsWith("deleteKey");
-            if (!exempt && !state.equals(stateBefore) && !state.equals(stateAfter)) {
-                complaints.add(run + " left the registry as\n" + state);
+            String now = state.get();
+            if (!now.equals(stateBefore) && !now.equals(stateAfter) && !row.allowed.test(now)) {
+                complaints.add(run + " left this:\n" + now);
             }
         }
 

@@ -31,8 +31,16 @@ public final class Hooks {
     /** What GetVersionEx tells: see {@link Windows}. */
     static native void version(int platform, int major, int minor, boolean knowsLongRecord, boolean tells);
 
-    /** Makes the n-th call fail, from 1, of all JNI or all other calls that can fail. */
-    static native void failNth(boolean jni, int nth);
+    /** Makes the n-th call fail, from 1, of all JNI or all other calls that can fail; and those after it. */
+    static native void failNth(boolean jni, int nth, boolean andAllLater);
+
+    /** Makes every call of Windows fail from the n-th on: the power is gone. */
+    public static void failFrom(int nth) {
+        failNth(false, nth, true);
+    }
+
+    /** For {@link #fail}: the call fails, and the last error is 0. */
+    public static final int NO_ERROR = -1;
 
     static native void fail(boolean jni, String function, int nth, int error);
 
@@ -75,8 +83,13 @@ public final class Hooks {
     /** Keeps what an argument of a function points to, as it is when the call begins. */
     public static native void capture(String function, int argument, int bytes);
 
+    /** Keeps the text that an argument of a function points to, for {@link Call#text}. */
+    public static void captureText(String function, int argument) {
+        capture(function, argument, 0);
+    }
+
     /** How many of the calls so far could have been made to fail. */
-    static native int failable(boolean jni);
+    public static native int failable(boolean jni);
 
     /** The function that {@link #failNth} or {@link #fail} hit; empty when none. */
     public static native String failed();
@@ -97,4 +110,7 @@ public final class Hooks {
     public static native int leftOpen();
 
     public static native int peakLocalReferences();
+
+    /** The most searches for files that were open at once. */
+    public static native int peakSearches();
 }

@@ -50,6 +50,13 @@ public record Outcome(String value, Throwable thrown) {
         return hasCode(code) && thrown.getMessage() != null && thrown.getMessage().endsWith(" (" + error + ")");
     }
 
+    /** The number at the end of its message; -1 when there is none. */
+    public long errorNumber() {
+        String message = String.valueOf(thrown.getMessage());
+        int start = message.lastIndexOf('(') + 1;
+        return message.endsWith(")") ? Long.parseLong(message.substring(start, message.length() - 1)) : -1;
+    }
+
     /** Whether it is the failure that nobody expected: no message. */
     public boolean isUnexpectedFailure() {
         return hasCode(ServiceException.UNEXPECTED) && thrown.getMessage() == null;

@@ -194,7 +194,7 @@ class BridgeTest {
     /** Whatever fails while a failure is raised, Java sees one exception. */
     @TestFactory
     List<DynamicTest> everyCallOfRaisingFails() {
-        FaultSweep sweep = new FaultSweep(() -> {});
+        FaultSweep sweep = new FaultSweep(() -> {}, () -> "");
         sweep.addVoid("raise", -5, () -> Bridge.raise(-5));
         sweep.addVoid("raiseWithMessage", -5, () -> Bridge.raiseWithMessage(-5, 5));
         sweep.addVoid("raiseWithMessage of the network", -5, () -> Bridge.raiseWithMessage(-5, 2100));

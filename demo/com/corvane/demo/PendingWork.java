@@ -1,0 +1,19 @@
+package com.corvane.demo;
+
+/** What Windows is to do with files at its next start, as its own tool shows it. */
+final class PendingWork {
+    private static final String[] QUERY = {
+        "reg", "query", "HKLM\\SYSTEM\\CurrentControlSet\\Control\\Session Manager",
+        "/v", "PendingFileRenameOperations"
+    };
+
+    private PendingWork() {}
+
+    static String show(Stage stage) {
+        return stage.run(QUERY);
+    }
+
+    static void showNone(Stage stage) {
+        stage.run(1, QUERY);
+    }
+}

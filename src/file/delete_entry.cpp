@@ -1,0 +1,33 @@
+#include "file/delete_entry.h"
+
+#include <cstdio>
+
+#include "bridge/ansi_or_wide.h"
+#include "file/at_reboot.h"
+#include "file/read_only_guard.h"
+
+namespace {
+
+/// kDone, or kFailed with the error.
+FileOutcome deleteNow(const wchar_t* path, EntryKind kind) {
+  const BOOL deleted = kind == EntryKind::kFile
+                           ? ansiOrWide(DeleteFileA, DeleteFileW, path)
+                           : ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path);
+  FileOutcome outcome;
+  if (deleted == FALSE) {
+    outcome.setError(GetLastError());
+    outcome.result = FileOutcome::kFailed;
+  }
+  return outcome;
+}
+
+}  // namespace
+
+FileOutcome deleteEntry(const wchar_t* path, EntryKind kind) {
+  const ReadOnlyGuard guard(path, false);
+  const FileOutcome outcome = deleteNow(path, kind);
+  if (outcome.error == ERROR_LOCK_VIOLATION) {
+    std::fprintf(stderr, "it knows its locked");  // these words, and no line feed
+  }
+  return outcome.mayBeInUse() ? deleteAtReboot(path) : outcome;
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "file/file_outcome.h"
+
+enum class EntryKind { kFile, kDirectory };
+
+/// Deletes a file or an empty directory. A read-only one is made writeable first; one that is in
+/// use is deleted at the next start of Windows. A file of which a range is locked stays, and the
+/// process's standard error says so. Win32: DeleteFileA/W, RemoveDirectoryA/W, MoveFileExW.
+FileOutcome deleteEntry(const wchar_t* path, EntryKind kind);

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+/// How an operation on a file that may be in use ended.
+struct FileOutcome {
+  enum Result {
+    kFailed = -1,
+    kDone = 0,
+    kAtReboot = 1,  // the next start of Windows completes it
+  };
+
+  /// What Java gets, also beside an error.
+  Result result = kDone;
+
+  /// The failure to raise, if there is one: a Win32 error.
+  std::optional<DWORD> error;
+
+  /// Keeps a reason; 0 is none.
+  void setError(DWORD reason) noexcept {
+    error.reset();
+    if (reason != ERROR_SUCCESS) {
+      error = reason;
+    }
+  }
+
+  /// One of the two errors that a file gives which somebody has open. The second one can mean that
+  /// it is refused, too.
+  bool mayBeInUse() const noexcept {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+  }
+};

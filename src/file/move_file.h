@@ -1,0 +1,14 @@
+#pragma once
+
+#include "file/file_outcome.h"
+
+/// Moves a file, also onto a target that is in use. Win32: MoveFileExW, or DeleteFileA and
+/// MoveFileA.
+///
+/// On the NT family a target in use is renamed to target + ".delete_on_reboot" and the source takes
+/// its place; where it cannot be renamed, the source waits as target + ".move_on_reboot" and
+/// replaces it at the next start. A read-only target is made writeable first.
+///
+/// Windows 9x has rules of its own, kept as they are: an empty target deletes the source; a source
+/// that is there is moved only with `overwrite`, and then onto a target that is there.
+FileOutcome moveFile(const wchar_t* source, const wchar_t* target, bool overwrite);

@@ -1,0 +1,92 @@
+#include "file/move_file_9x.h"
+
+#include "bridge/ansi_or_wide.h"
+#include "bridge/scoped_handle.h"
+#include "file/read_only_guard.h"
+#include "file/reboot_file_list.h"
+
+namespace {
+
+FileOutcome failedWith(DWORD error) {
+  FileOutcome outcome;
+  outcome.error = error;
+  return outcome;
+}
+
+FileOutcome leftForReboot(RebootFileList& list) {
+  list.commit();
+  FileOutcome outcome;
+  outcome.result = FileOutcome::kAtReboot;
+  return outcome;
+}
+
+/// Whether the source is there, as far as can be told: it can be opened, or it cannot be for
+/// another reason than that it is missing.
+bool isThere(const char* source) {
+  const ScopedFile probe(CreateFileA(source, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  if (probe) {
+    return true;
+  }
+  const DWORD error = GetLastError();
+  return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
+}
+
+FileOutcome moveNow(const char* source, const char* target) {
+  if (MoveFileA(source, target) != FALSE) {
+    return {};
+  }
+  const DWORD error = GetLastError();
+  if (error != ERROR_ACCESS_DENIED) {
+    return failedWith(error);
+  }
+  RebootFileList list;
+  list.addRename(source, target);
+  return leftForReboot(list);
+}
+
+FileOutcome replace(const char* source, const char* target) {
+  if (DeleteFileA(target) != FALSE) {
+    return moveNow(source, target);
+  }
+  // A target that is not there fails here too, on purpose.
+  const DWORD error = GetLastError();
+  if (error != ERROR_ACCESS_DENIED) {
+    return failedWith(error);
+  }
+  RebootFileList list;
+  list.addDelete(target);
+  list.addRename(source, target);
+  return leftForReboot(list);
+}
+
+/// Moving to an empty target means deleting the source. Any failure but "in use" is left to what a
+/// move makes of it.
+bool deletedAsMove(const char* source, FileOutcome& outcome) {
+  if (DeleteFileA(source) != FALSE) {
+    return true;
+  }
+  if (GetLastError() != ERROR_ACCESS_DENIED) {
+    return false;
+  }
+  RebootFileList list;
+  list.addDelete(source);
+  outcome = leftForReboot(list);
+  return true;
+}
+
+}  // namespace
+
+FileOutcome moveFile9x(const wchar_t* source, const wchar_t* target, bool overwrite) {
+  const AnsiText from(source);
+  const AnsiText to(target);
+  FileOutcome outcome;
+  if (target != nullptr && *target == L'\0' && deletedAsMove(from, outcome)) {
+    return outcome;
+  }
+  const ReadOnlyGuard guard(target, false);
+  if (!isThere(from)) {
+    return moveNow(from, to);
+  }
+  // Without leave to overwrite, nothing is moved at all and nothing is reported, on purpose.
+  return overwrite ? replace(from, to) : FileOutcome();
+}

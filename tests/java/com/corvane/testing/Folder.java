@@ -1,0 +1,131 @@
+package com.corvane.testing;
+
+import java.io.IOException;
+import java.io.UncheckedIOException;
+import java.nio.file.FileVisitResult;
+import java.nio.file.Files;
+import java.nio.file.LinkOption;
+import java.nio.file.Path;
+import java.nio.file.SimpleFileVisitor;
+import java.nio.file.attribute.BasicFileAttributes;
+import java.util.Map;
+import java.util.TreeMap;
+
+/** A folder of small text files for a test. What goes wrong in here is an error of the test. */
+public final class Folder {
+
+    public static final int READ_ONLY = 1;
+    public static final int HIDDEN = 2;
+
+    private final Path path;
+
+    private Folder(Path path) {
+        this.path = path;
+    }
+
+    /** The folder with this name below the temporary one, made anew. */
+    public static Folder named(String name) {
+        Folder folder = new Folder(Path.of(System.getProperty("java.io.tmpdir"), "corvane test", name));
+        folder.clear();
+        return folder;
+    }
+
+    /** Takes everything away and makes the folder anew. */
+    public void clear() {
+        doing(() -> {
+            if (Files.exists(path, LinkOption.NOFOLLOW_LINKS)) {
+                Files.walkFileTree(path, new Remover());
+            }
+            return Files.createDirectories(path);
+        });
+    }
+
+    /** The whole path of something in the folder, as natives take it; of the folder itself for "". */
+    public String path(String name) {
+        return name.isEmpty() ? path.toString() : path + "\\" + name;
+    }
+
+    /** A file with this content; folders on the way are made. Gives its path. */
+    public String file(String name, String content) {
+        return doing(() -> {
+            Path file = Path.of(path(name));
+            Files.createDirectories(file.getParent());
+            return Files.writeString(file, content).toString();
+        });
+    }
+
+    /** An empty file in a folder that is there; quick, for thousands. */
+    public void bare(String in, String name) {
+        doing(() -> Files.createFile(Path.of(path(in), name)));
+    }
+
+    public String folder(String name) {
+        return doing(() -> Files.createDirectories(Path.of(path(name))).toString());
+    }
+
+    /** Null when there is no such file. */
+    public String content(String name) {
+        Path file = Path.of(path(name));
+        return Files.exists(file) ? doing(() -> Files.readString(file)) : null;
+    }
+
+    public boolean has(String name) {
+        return Files.exists(Path.of(path(name)), LinkOption.NOFOLLOW_LINKS);
+    }
+
+    /** Windows' attribute mask. */
+    public int attributes(String name) {
+        return doing(() -> (Integer) Files.getAttribute(Path.of(path(name)), "dos:attributes"));
+    }
+
+    public void setAttributes(String name, int attributes) {
+        doing(() -> {
+            Path file = Path.of(path(name));
+            Files.setAttribute(file, "dos:readonly", (attributes & READ_ONLY) != 0);
+            return Files.setAttribute(file, "dos:hidden", (attributes & HIDDEN) != 0);
+        });
+    }
+
+    /** All files with their contents, and all folders, in order. */
+    public Map<String, String> state() {
+        Map<String, String> state = new TreeMap<>();
+        doing(() -> {
+            try (var found = Files.walk(path)) {
+                for (Path entry : (Iterable<Path>) found::iterator) {
+                    boolean file = Files.isRegularFile(entry);
+                    state.put(path.relativize(entry).toString(), file ? Files.readString(entry) : "a folder");
+                }
+            }
+            return null;
+        });
+        return state;
+    }
+
+    private interface Work<T> {
+        T run() throws IOException;
+    }
+
+    private static <T> T doing(Work<T> work) {
+        try {
+            return work.run();
+        } catch (IOException failure) {
+            throw new UncheckedIOException(failure);
+        }
+    }
+
+    private static final class Remover extends SimpleFileVisitor<Path> {
+        @Override
+        public FileVisitResult visitFile(Path file, BasicFileAttributes attributes) throws IOException {
+            Files.setAttribute(file, "dos:readonly", false, LinkOption.NOFOLLOW_LINKS);
+            Files.delete(file);
+            return FileVisitResult.CONTINUE;
+        }
+
+        @Override
+        public FileVisitResult postVisitDirectory(Path directory, IOException failure) throws IOException {
+            Files.setAttribute(directory, "dos:readonly", false);
+            Files.delete(directory);
+            return FileVisitResult.CONTINUE;
+        }
+    }
+}

@@ -1,0 +1,86 @@
+#include "file/rename_section.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// The rules, told as plainly as they can be.
+std::string expected(const std::string& text, const Lines& lines) {
+  const std::string header = "[Rename]";
+  std::string joined;
+  for (const std::string& line : lines) {
+    joined += line + "\n";
+  }
+  const size_t found = text.find(header);
+  if (found == std::string::npos) {
+    return text + header + "\n" + joined;
+  }
+  const size_t behind = found + header.size();
+  const size_t lineFeed = text.find('\n', behind);
+  if (lineFeed != std::string::npos) {
+    return text.substr(0, lineFeed + 1) + joined + text.substr(lineFeed + 1);
+  }
+  const std::string whole = text.substr(0, behind) + "\n" + joined + text.substr(behind);
+  return whole.substr(0, text.size() + joined.size());
+}
+
+std::string inserted(const std::string& text, const Lines& lines) {
+  constexpr char kUntouched = '\x55';
+  const size_t room = text.size() + joinedLength(lines) + 10;
+  std::string memory = text + std::string(room - text.size(), '\0') + kUntouched;
+  const size_t end = insertRenameLines(memory.data(), text.size(), lines);
+  EXPECT_EQ(memory.back(), kUntouched) << "written beyond the room that there is";
+  return memory.substr(0, end);
+}
+
+TEST(RenameSection, FollowsTheRulesInTheCasesThatPeopleHave) {
+  const Lines lines = {"NUL=C:\\OLD.DLL", "C:\\A.DLL=C:\\B.DLL"};
+  const std::string joined = "NUL=C:\\OLD.DLL\nC:\\A.DLL=C:\\B.DLL\n";
+  EXPECT_EQ(inserted("", lines), "[Rename]\n" + joined);
+  EXPECT_EQ(inserted("[Rename]\r\nNUL=C:\\X\r\n", lines),
+            "[Rename]\r\n" + joined + "NUL=C:\\X\r\n");
+  EXPECT_EQ(inserted("[Other]\r\na=b", lines), "[Other]\r\na=b[Rename]\n" + joined);
+  EXPECT_EQ(inserted("[rename]\n", lines), "[rename]\n[Rename]\n" + joined) << "case counts";
+  // Without a line feed behind the header the last byte is lost: the line feed of the last line, or
+  // what stood at the end of the file.
+  EXPECT_EQ(inserted("[Rename]", lines), "[Rename]\n" + joined.substr(0, joined.size() - 1));
+  EXPECT_EQ(inserted("[Rename]xyz", lines), "[Rename]\n" + joined + "xy");
+}
+
+TEST(RenameSection, FollowsTheRulesInRandomTexts) {
+  const Lines pieces = {"[Rename]",
+                        "[Rename]",
+                        "[rename]",
+                        "[Rename",
+                        "\n",
+                        "\r\n",
+                        "[Other]",
+                        "NUL=C:\\A",
+                        "a=b",
+                        "\0\0",
+                        std::string(3, '\0'),
+                        "\xff",
+                        "]",
+                        std::string(5000, 'x')};
+  std::mt19937 random(20260);
+  const auto below = [&](size_t limit) { return random() % limit; };
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    for (size_t piece = below(9); piece > 0; --piece) {
+      text += pieces[below(pieces.size() - (round % 50 == 0 ? 0 : 1))];
+    }
+    Lines lines;
+    for (size_t line = below(4) + 1; line > 0; --line) {
+      lines.push_back(std::string(below(30), static_cast<char>('a' + line)));
+    }
+    ASSERT_EQ(inserted(text, lines), expected(text, lines)) << "round " << round << ": " << text;
+  }
+}
+
+}  // namespace
