@@ -132,6 +132,14 @@ class DirectoryWalker {
 
 }  // namespace
 
+FileOutcome deleteEmptyDirectory(const wchar_t* path) {
+  FileOutcome outcome = deleteEntry(path, EntryKind::kDirectory);
+  if (!outcome.error && outcome.result != FileOutcome::kAtReboot) {
+    outcome.result = FileOutcome::kDone;
+  }
+  return outcome;
+}
+
 FileOutcome deleteDirectory(const wchar_t* path, bool recursive) {
   if (path == nullptr || *path == L'\0') {
     // With a separator behind it, it would be the root of the current drive.

@@ -2,6 +2,10 @@
 
 #include "file/file_outcome.h"
 
+/// Removes a directory that must be empty, as deleteEntry does. Without an error, the result is
+/// kDone or kAtReboot.
+FileOutcome deleteEmptyDirectory(const wchar_t* path);
+
 /// Deletes the files of a directory, with `recursive` its sub-directories too, and then the
 /// directory.
 ///

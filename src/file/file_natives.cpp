@@ -121,7 +121,7 @@ Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_win32DeleteDirectory
   return nativeFrame(env, kDeleteDirectoryFailed, [&] {
     const JniString directory(env, path);
     const FileOutcome outcome = fromJavaBoolean(directoryOnly)
-                                    ? deleteEntry(directory.get(), EntryKind::kDirectory)
+                                    ? deleteEmptyDirectory(directory.get())
                                     : deleteDirectory(directory.get(), fromJavaBoolean(recursive));
     return reported(env, kDeleteDirectoryFailed, outcome);
   });
