@@ -63,7 +63,7 @@ TEST(RenameSection, FollowsTheRulesInRandomTexts) {
                         "[Other]",
                         "NUL=C:\\A",
                         "a=b",
-                        "\0\0",
+                        std::string(2, '\0'),
                         std::string(3, '\0'),
                         "\xff",
                         "]",

@@ -48,7 +48,8 @@ public class Win32FileServiceImpl {
     public native void setFileAttributes(String path, FileAttributes attributes) throws ServiceException;
 
     /**
-     * Copies a file, with its attributes and the time of its last write. A target that is read-only is made writeable first.
+     * Copies a file, with its attributes and the time of its last write. A target that is read-only is made
+     * writeable first.
      *
      * <p>On the NT family, a target in use is renamed to target + ".delete_on_reboot" and deleted at the
      * next start; the copy is in place at once. If it cannot be renamed, the copy is written to target +
