@@ -95,6 +95,13 @@ FileOutcome moveFileNT(const wchar_t* source, const wchar_t* target, bool overwr
 }  // namespace
 
 FileOutcome moveFile(const wchar_t* source, const wchar_t* target, bool overwrite) {
+  if (target == nullptr) {
+    // To some systems a move to nowhere is a deletion, and nobody asked for that.
+    FileOutcome outcome;
+    outcome.result = FileOutcome::kFailed;
+    outcome.error = ERROR_INVALID_PARAMETER;
+    return outcome;
+  }
   return isWindowsNT() ? moveFileNT(source, target, overwrite)
                        : moveFile9x(source, target, overwrite);
 }

@@ -16,8 +16,8 @@ import java.nio.file.Paths;
 import java.util.stream.Stream;
 
 /**
- * A product that runs is updated: a program and two files that it holds open. The next start of
- * Windows completes it; {@link RemovalInUseChapter} goes on from there.
+ * A product that runs is updated: a program, and two files that another program holds open. The next
+ * start of Windows completes it; {@link RemovalInUseChapter} goes on from there.
  */
 final class UpdateInUseChapter implements Chapter {
     private final Win32FileServiceImpl files = new Win32FileServiceImpl();

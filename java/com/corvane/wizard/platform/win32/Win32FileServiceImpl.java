@@ -69,15 +69,16 @@ public class Win32FileServiceImpl {
      *
      * <p>On the NT family, a target in use is renamed to target + ".delete_on_reboot" and deleted at the
      * next start. If it cannot be renamed, the source is moved to target + ".move_on_reboot" and replaces
-     * the target at the next start. If the target was renamed but the source could not take its place, the
-     * target stays renamed. Windows: MoveFileEx.
+     * the target at the next start. If the target was renamed but the source could not take its place
+     * (because the source is in use, say, and also without {@code overwrite}), the target stays renamed, and
+     * the failure is thrown. Windows: MoveFileEx.
      *
      * <p>On Windows 95, 98 and ME, an empty target deletes the source; without {@code overwrite} a source
      * that exists is not moved and nothing is reported; with it, a target that does not exist is a
      * failure. Windows: DeleteFile, MoveFile.
      *
      * @param source the file to move
-     * @param target its new path
+     * @param target its new path; null is refused with 87 (ERROR_INVALID_PARAMETER)
      * @param overwrite whether a target that is there is replaced
      * @return {@link #DONE} or {@link #DONE_AT_REBOOT}
      * @throws ServiceException -30018
@@ -102,7 +103,7 @@ public class Win32FileServiceImpl {
      * and never followed. Windows: FindFirstFile, DeleteFile, RemoveDirectory, MoveFileEx.
      *
      * @param path the directory, with or without a separator at its end; an empty path or null is refused
-     *     with 3 (ERROR_PATH_NOT_FOUND)
+     *     with 3 (ERROR_PATH_NOT_FOUND), with {@code directoryOnly} by Windows
      * @param directoryOnly whether only the directory itself is removed, which must be empty then
      * @param recursive whether sub-directories are deleted; without it, they make the removal of the
      *     directory fail with 145 (ERROR_DIR_NOT_EMPTY) after its files are deleted, unless one of these waits

@@ -5,9 +5,8 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertNull;
 
-import com.corvane.testing.Call;
+import com.corvane.testing.Direct;
 import com.corvane.testing.Folder;
-import com.corvane.testing.Hooks;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import org.junit.jupiter.api.BeforeEach;
@@ -145,13 +144,14 @@ class FileMoveTest {
         assertFails(-30018, 2, () -> files.win32MoveFile(folder.path("source"), folder.path("target"), over));
     }
 
-    /** Also the names beside a null target are made; they are the suffixes alone. */
-    @Test
-    void nullIsHandedToWindowsAsItIs() {
-        Windows.W10.use();
-        Hooks.captureText("MoveFileExW", 1);
-        Hooks.fail("MoveFileExW", 1, 87);
+    /** Windows may take a move to nowhere for a deletion. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "W10"})
+    void aNullTargetIsRefusedAndLosesNothing(Windows system) throws Exception {
+        system.use();
+        assertFails(-30018, 87, () -> files.win32MoveFile(folder.path("source"), null, true));
         assertFails(-30018, 87, () -> files.win32MoveFile(null, null, true));
-        assertNull(Call.only("MoveFileExW").text(1));
+        assertEquals(-1, Direct.fileResult("win32MoveFile", folder.path("source"), null, true));
+        assertEquals("new", folder.content("source"));
     }
 }
