@@ -4,50 +4,50 @@
 
 #include "bridge/ansi_or_wide.h"
 #include "bridge/last_error.h"
+#include "bridge/message_inserts.h"
 #include "bridge/platform.h"
 #include "bridge/scoped_handle.h"
 
 namespace {
 
-constexpr DWORD kDefaultLanguage = MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT);
-
 bool isNetworkManagementError(uint32_t messageId) {
   return messageId - 2100U < 900U;
 }
 
-/// Calls FormatMessage so that it allocates its text; null when it has none.
-LocalHolder formatMessage(bool windows9x,
-                          DWORD flags,
-                          const void* source,
-                          uint32_t messageId,
-                          va_list* inserts) {
-  void* text = nullptr;
-  const DWORD length = ansiOrWide(windows9x,
-                                  FormatMessageA,
-                                  FormatMessageW,
-                                  flags | FORMAT_MESSAGE_ALLOCATE_BUFFER,
-                                  source,
-                                  messageId,
-                                  kDefaultLanguage,
-                                  TextBuffer(&text),
-                                  DWORD{0},
-                                  inserts);
+/// What FormatMessage allocated; nothing when it failed, whatever the pointer holds.
+LocalHolder allocated(DWORD length, void* text) {
   return LocalHolder(length == 0 ? nullptr : text);
 }
 
 LocalHolder systemText(bool windows9x, const ScopedModule& module, uint32_t messageId) {
-  const DWORD flags = FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_SYSTEM |
-                      (module ? FORMAT_MESSAGE_FROM_HMODULE : 0U);
-  return formatMessage(windows9x, flags, module.get(), messageId, nullptr);
+  const DWORD flags = FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_IGNORE_INSERTS |
+                      FORMAT_MESSAGE_FROM_SYSTEM | (module ? FORMAT_MESSAGE_FROM_HMODULE : 0U);
+  void* text = nullptr;
+  const DWORD length = ansiOrWide(windows9x,
+                                  FormatMessageA,
+                                  FormatMessageW,
+                                  flags,
+                                  module.get(),
+                                  messageId,
+                                  kDefaultLanguage,
+                                  TextBuffer(&text),
+                                  DWORD{0},
+                                  nullptr);
+  return allocated(length, text);
 }
 
-/// Puts the system's text and the number together through the system's own inserts.
+/// Puts the system's text, empty when it is missing, and the number together.
 LocalHolder withNumber(bool windows9x, const LocalHolder& text, uint32_t messageId) {
-  // On x64 an argument list is a pointer to eight-byte places. A missing text is an empty one.
-  DWORD_PTR inserts[] = {reinterpret_cast<DWORD_PTR>(text ? text.get() : L""), messageId};
-  auto* list = reinterpret_cast<va_list>(inserts);
-  const void* format = windows9x ? static_cast<const void*>("%1!s! (%2!lu!)") : L"%1!ls! (%2!lu!)";
-  return formatMessage(windows9x, FORMAT_MESSAGE_FROM_STRING, format, 0, &list);
+  void* message = nullptr;
+  const DWORD length = formatInserts(windows9x,
+                                     FORMAT_MESSAGE_ALLOCATE_BUFFER,
+                                     "%1!s! (%2!lu!)",
+                                     L"%1!ls! (%2!lu!)",
+                                     text ? text.get() : L"",
+                                     messageId,
+                                     &message,
+                                     0);
+  return allocated(length, message);
 }
 
 WString textOf(bool windows9x, const LocalHolder& message) {

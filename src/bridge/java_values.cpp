@@ -36,8 +36,7 @@ void requireArray(jarray array) {
 WString elementText(JNIEnv* env, jobjectArray strings, jsize index) {
   const LocalReference element(env, env->GetObjectArrayElement(strings, index));
   throwIfJavaExceptionPending(env);
-  const JniString text(env, static_cast<jstring>(element.get()));
-  return text.get() == nullptr ? WString() : WString(text.get());
+  return textFromJava(env, static_cast<jstring>(element.get()));
 }
 
 }  // namespace
@@ -53,9 +52,12 @@ jstring newJavaString(JNIEnv* env, const WString& text) {
   return made(env, env->NewString(units, javaLength(text.size()))).release();
 }
 
-jobjectArray newJavaStringArray(JNIEnv* env, const std::vector<WString>& texts) {
+jobjectArray newJavaStringArray(JNIEnv* env,
+                                const std::vector<WString>& texts,
+                                const wchar_t* initial) {
   const auto type = made(env, env->FindClass("java/lang/String"));
-  auto array = made(env, env->NewObjectArray(javaLength(texts.size()), type.get(), nullptr));
+  const LocalReference first(env, initial == nullptr ? nullptr : newJavaString(env, initial));
+  auto array = made(env, env->NewObjectArray(javaLength(texts.size()), type.get(), first.get()));
   jsize index = 0;
   for (const WString& text : texts) {
     const auto element = made(env, newJavaString(env, text));
@@ -74,6 +76,11 @@ jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes) {
   env->SetByteArrayRegion(array.get(), 0, length, bytes.data<const jbyte>());
   throwIfJavaExceptionPending(env);
   return array.release();
+}
+
+WString textFromJava(JNIEnv* env, jstring string) {
+  const JniString text(env, string);
+  return text.get() == nullptr ? WString() : WString(text.get());
 }
 
 std::vector<WString> textsFromJava(JNIEnv* env, jobjectArray strings) {

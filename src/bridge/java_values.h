@@ -44,10 +44,16 @@ class LocalReference {
 // PendingJavaException when the JVM has none to give.
 
 jstring newJavaString(JNIEnv* env, const WString& text);
-jobjectArray newJavaStringArray(JNIEnv* env, const std::vector<WString>& texts);
+/// `initial`: what the elements hold until they are set; null by default.
+jobjectArray newJavaStringArray(JNIEnv* env,
+                                const std::vector<WString>& texts,
+                                const wchar_t* initial = nullptr);
 
 /// Throws Win32Failure with E_OUTOFMEMORY when the array cannot be made.
 jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes);
+
+/// The text of a Java string for what makes no difference between null and empty.
+WString textFromJava(JNIEnv* env, jstring string);
 
 // Values from Java. Both throw Win32Failure with ERROR_INVALID_PARAMETER for a null array.
 

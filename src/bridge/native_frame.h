@@ -9,20 +9,30 @@
 /// What Java is told when something failed that nobody expected, memory included: no message.
 constexpr jint kUnexpectedFailure = E_FAIL;
 
-/// The frame around the work of every exported function: does the work and returns its result. A
-/// Win32Failure is reported to Java with the native's own `code` and the error as message, anything
-/// else as an unexpected failure, and Java gets the default value of the type. No C++ exception
-/// gets past it, and it is the only place that catches them all.
+/// The frame around the work of every exported function: does the work and returns its result.
+/// What is thrown is reported to Java as an unexpected failure, and Java gets the default value of
+/// the type. No C++ exception gets past it, and it is the only place that catches them all.
+///
+/// This form is for natives that have no code of their own.
+template <class Work>
+auto nativeFrame(JNIEnv* env, const Work& work) noexcept -> decltype(work()) {
+  try {
+    return work();
+  } catch (...) {
+    throwServiceException(env, kUnexpectedFailure);
+  }
+  return decltype(work())();
+}
+
+/// The same, but a Win32Failure is reported with the native's own `code` and the error as message.
 template <class Work>
 auto nativeFrame(JNIEnv* env, jint code, const Work& work) noexcept -> decltype(work()) {
-  try {
+  return nativeFrame(env, [&] {
     try {
       return work();
     } catch (const Win32Failure& failure) {
       throwServiceException(env, code, failure.code());
     }
-  } catch (...) {
-    throwServiceException(env, kUnexpectedFailure);
-  }
-  return decltype(work())();
+    return decltype(work())();
+  });
 }

@@ -10,9 +10,15 @@
 template <class Function>
 class RuntimeFunction {
  public:
-  RuntimeFunction(const char* module, const char* name) noexcept {
-    if (const HMODULE loaded = GetModuleHandleA(module); loaded != nullptr) {
-      function_ = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(loaded, name)));
+  RuntimeFunction() = default;
+
+  RuntimeFunction(const char* module, const char* name) noexcept
+      : RuntimeFunction(GetModuleHandleA(module), name) {}
+
+  /// In a module that is known already; a null one has no functions.
+  RuntimeFunction(HMODULE module, const char* name) noexcept {
+    if (module != nullptr) {
+      function_ = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
     }
   }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
 
 /// The inner exception of the library: a piece of work failed for the reason that the system names.
@@ -14,3 +16,17 @@ class Win32Failure {
  private:
   uint32_t code_;
 };
+
+/// For functions that return 0 or the reason of their failure.
+inline void throwUnlessZero(uint32_t error) {
+  if (error != 0) {
+    throw Win32Failure(error);
+  }
+}
+
+/// For functions that failed just now: throws the thread's last error, which is read before
+/// anything is allocated for the exception.
+[[noreturn]] inline void throwLastError() {
+  const uint32_t error = GetLastError();
+  throw Win32Failure(error);
+}

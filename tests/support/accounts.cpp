@@ -25,6 +25,17 @@ constexpr LeftOpen kLeftOpen[] = {
     {"longestValueNameData", Account::kKey},
     {"getKeyValueNames", Account::kKey},
     {"getSubkeyNames", Account::kKey},
+    // The token by which an administrator is told from others is promised to stay open.
+    {"isCurrentUserAdmin", Account::kHandle},
+    {"win32RegisterUninstaller", Account::kHandle},
+    {"win32UnregisterUninstaller", Account::kHandle},
+    // And so are those by which privileges are enabled; see PrivilegeEnabler.
+    {"setFileOwner", Account::kHandle},
+    {"setFileOwnerGroup", Account::kHandle},
+    {"setDesktopItemOwner", Account::kHandle},
+    {"setDesktopItemOwnerGroup", Account::kHandle},
+    {"setDesktopFolderOwner", Account::kHandle},
+    {"setDesktopFolderOwnerGroup", Account::kHandle},
 };
 
 constexpr std::string_view kAccountNames[] = {
@@ -39,6 +50,9 @@ constexpr std::string_view kAccountNames[] = {
     "handle",
     "search",
     "view",
+    "SID",
+    "item list",
+    "interface",
 };
 
 std::string describe(Account account, uint64_t item) {
@@ -58,6 +72,11 @@ bool isUnopenedKey(uint64_t key) {
   return key == 0 || (low >= 0x80000000U && low <= 0x80000060U);
 }
 
+/// What a file that could not be made left behind; closing it changes nothing.
+bool isNoHandle(Account account, uint64_t item) {
+  return account == Account::kHandle && item == ~uint64_t{0};
+}
+
 Accounts::NativeName nativeName = nullptr;
 
 }  // namespace
@@ -75,14 +94,15 @@ void Accounts::open(Account account, uint64_t item, const std::string& function)
   if (account == Account::kKey && isUnopenedKey(item)) {
     return;
   }
-  const bool wanted = account == Account::kKey && nativeName != nullptr;
+  const bool mayStay = account == Account::kKey || account == Account::kHandle;
+  const bool wanted = mayStay && nativeName != nullptr;
   items_.insert_or_assign({account, item}, Origin{function, wanted ? nativeName() : ""});
   Count& count = counts_[account];
   count.peak = std::max(count.peak, ++count.now);
 }
 
 void Accounts::close(Account account, uint64_t item, const std::string& function) {
-  if (account == Account::kKey && isUnopenedKey(item)) {
+  if ((account == Account::kKey && isUnopenedKey(item)) || isNoHandle(account, item)) {
     return;
   }
   if (items_.erase({account, item}) == 0) {

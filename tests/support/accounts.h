@@ -21,6 +21,10 @@ enum class Account {
   kHandle,
   kSearch,
   kView,
+  kSid,
+  /// A place in the shell's name space.
+  kItemList,
+  kInterface,
 };
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an

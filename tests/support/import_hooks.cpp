@@ -7,6 +7,7 @@
 #include <set>
 
 #include "accounts.h"
+#include "com_hooks.h"
 #include "heap_guard.h"
 #include "monitor.h"
 #include "win32_functions.h"
@@ -124,6 +125,19 @@ void afterImport(Call& call) {
   if (call.function->name == "GetProcAddress") {
     hookLookedUp(call);
   }
+  hookInterface(call);
+}
+
+const void* beforeMethod(Call& call) {
+  const bool ours = callerAt(call.caller) == Caller::kHookedModule;
+  call.note = static_cast<uint64_t>(ours);
+  return ours ? beforeImport(call) : call.function->original;
+}
+
+void afterMethod(Call& call) {
+  if (call.note != 0) {
+    afterImport(call);
+  }
 }
 
 /// The stub for a function; one for all modules.
@@ -186,6 +200,17 @@ void forEachImport(HMODULE module, const Visit& visit) {
 }
 
 }  // namespace
+
+const void* methodStub(const std::string& name, const void* original) {
+  const Win32Function* facts = findWin32Function(name);
+  if (facts == nullptr) {
+    return original;
+  }
+  const void* const stub = stubFor(name, *facts, original);
+  hooks().imports[name]->before = beforeMethod;
+  hooks().imports[name]->after = afterMethod;
+  return stub;
+}
 
 std::vector<std::string> hookImports(HMODULE module, const std::vector<std::string>& only) {
   std::vector<std::string> unknown;

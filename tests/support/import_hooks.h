@@ -12,6 +12,10 @@ namespace bed {
 /// those are not hooked. `only`: when not empty, nothing else is hooked.
 std::vector<std::string> hookImports(HMODULE module, const std::vector<std::string>& only = {});
 
+/// What stands in a table of methods instead of `original`. Calls by others than the hooked modules
+/// pass unseen.
+const void* methodStub(const std::string& name, const void* original);
+
 enum class Caller {
   kHookedModule,
   kOtherModule,

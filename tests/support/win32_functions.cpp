@@ -12,6 +12,9 @@ bool allocatesText(const Call& call) {
   return (call.words[0] & FORMAT_MESSAGE_ALLOCATE_BUFFER) != 0;
 }
 
+/// Access denied, as COM says it.
+constexpr uint32_t kDenied = 0x80070005U;
+
 using enum Failure;
 
 constexpr Win32Function kFunctions[] = {
@@ -62,6 +65,7 @@ constexpr Win32Function kFunctions[] = {
     {"GetModuleHandleA", kZero, ERROR_MOD_NOT_FOUND},
     {"GetModuleHandleW", kZero, ERROR_MOD_NOT_FOUND},
     {"GetProcAddress", kZero, ERROR_PROC_NOT_FOUND},
+    {"LoadLibraryW", kZero, ERROR_MOD_NOT_FOUND},
     {"LoadLibraryExA", kZero, ERROR_MOD_NOT_FOUND, opensResult(Account::kModule)},
     {"LoadLibraryExW", kZero, ERROR_MOD_NOT_FOUND, opensResult(Account::kModule)},
 
@@ -96,7 +100,69 @@ constexpr Win32Function kFunctions[] = {
     {"SetFileTime", kZero, ERROR_ACCESS_DENIED},
     {"UnmapViewOfFile", kCannotFail, 0, closes(Account::kView, 0)},
 
+    // Drives and directories. A kind of drive or folder that is unknown is no error.
+    {"CreateDirectoryA", kZero, ERROR_ACCESS_DENIED},
+    {"CreateDirectoryW", kZero, ERROR_ACCESS_DENIED},
+    {"GetDiskFreeSpaceA", kZero, ERROR_ACCESS_DENIED},
+    {"GetDiskFreeSpaceExA", kZero, ERROR_ACCESS_DENIED},
+    {"GetDiskFreeSpaceExW", kZero, ERROR_ACCESS_DENIED},
+    {"GetDiskFreeSpaceW", kZero, ERROR_ACCESS_DENIED},
+    {"GetDriveTypeA", kZero},
+    {"GetDriveTypeW", kZero},
+    {"GetLogicalDriveStringsA", kZero, ERROR_ACCESS_DENIED},
+    {"GetLogicalDriveStringsW", kZero, ERROR_ACCESS_DENIED},
+    {"GetSystemDirectoryA", kZero, ERROR_ACCESS_DENIED},
+    {"GetSystemDirectoryW", kZero, ERROR_ACCESS_DENIED},
+    {"GetTempFileNameA", kZero, ERROR_ACCESS_DENIED},
+    {"GetTempPathA", kZero, ERROR_ACCESS_DENIED},
+    {"GetTempPathW", kZero, ERROR_ACCESS_DENIED},
+    {"GetVolumeInformationA", kZero, ERROR_ACCESS_DENIED},
+    {"GetVolumeInformationW", kZero, ERROR_ACCESS_DENIED},
+    {"GetWindowsDirectoryW", kZero, ERROR_ACCESS_DENIED},
+
+    // The shell. The allocator that owns the item lists is always there.
+    {"SHChangeNotify"},
+    {"SHGetMalloc", kCannotFail, 0, opensAt(Account::kInterface, 0)},
+    {"SHGetPathFromIDListA", kZero},
+    {"SHGetSpecialFolderLocation", kStatus, kDenied, opensAt(Account::kItemList, 2)},
+    {"SHGetSpecialFolderPathA", kZero},
+    {"CoCreateInstance", kStatus, kDenied, opensAt(Account::kInterface, 4)},
+    {"IMalloc::Free", kCannotFail, 0, closes(Account::kItemList, 1)},
+    {"IMalloc::Release", kCannotFail, 0, closes(Account::kInterface, 0)},
+    {"IPersistFile::Release", kCannotFail, 0, closes(Account::kInterface, 0)},
+    {"IPersistFile::Save", kStatus, kDenied},
+    {"IShellLinkA::QueryInterface", kStatus, kDenied, opensAt(Account::kInterface, 2)},
+    {"IShellLinkA::Release", kCannotFail, 0, closes(Account::kInterface, 0)},
+    {"IShellLinkA::SetArguments", kStatus, kDenied},
+    {"IShellLinkA::SetIconLocation", kStatus, kDenied},
+    {"IShellLinkA::SetPath", kStatus, kDenied},
+    {"IShellLinkA::SetWorkingDirectory", kStatus, kDenied},
+
+    // Accounts, tokens and owners.
+    {"AdjustTokenPrivileges", kZero, ERROR_ACCESS_DENIED},
+    {"AllocateAndInitializeSid", kZero, ERROR_ACCESS_DENIED, opensAt(Account::kSid, 10)},
+    {"EqualSid", kZero},
+    {"FreeSid", kCannotFail, 0, closes(Account::kSid, 0)},
+    {"GetNamedSecurityInfoW", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kLocalBlock, 7)},
+    {"GetTokenInformation", kZero, ERROR_ACCESS_DENIED},
+    {"InitializeSecurityDescriptor", kZero, ERROR_ACCESS_DENIED},
+    {"IsValidSecurityDescriptor", kZero, ERROR_ACCESS_DENIED},
+    {"LookupAccountNameW", kZero, ERROR_ACCESS_DENIED},
+    {"LookupAccountSidW", kZero, ERROR_ACCESS_DENIED},
+    {"LookupPrivilegeValueA", kZero, ERROR_ACCESS_DENIED},
+    {"OpenProcessToken", kZero, ERROR_ACCESS_DENIED, opensAt(Account::kHandle, 2)},
+    {"OpenThreadToken", kZero, ERROR_ACCESS_DENIED, opensAt(Account::kHandle, 3)},
+    {"SetFileSecurityW", kZero, ERROR_ACCESS_DENIED},
+    {"SetNamedSecurityInfoW", kStatus, ERROR_ACCESS_DENIED},
+    {"SetSecurityDescriptorGroup", kZero, ERROR_ACCESS_DENIED},
+    {"SetSecurityDescriptorOwner", kZero, ERROR_ACCESS_DENIED},
+
     // The process.
+    {"GetCurrentProcess"},
+    {"GetCurrentThread"},
+    {"GetSystemInfo"},
+    {"SetErrorMode"},
+    {"SetProcessAffinityMask", kZero, ERROR_ACCESS_DENIED},
     {"CoInitialize", kStatus, 0x8007000EU},
     {"CoUninitialize"},
     {"GetLastError"},
@@ -115,9 +181,9 @@ constexpr Win32Function kFunctions[] = {
 constexpr std::string_view kUntouchedFunctions[] = {
     "CreateSemaphoreW", "DeleteCriticalSection", "EnterCriticalSection",
     "GetCurrentThreadId", "InitializeCriticalSection", "IsDBCSLeadByteEx", "LeaveCriticalSection",
-    "LoadLibraryW", "RaiseException", "ReleaseSemaphore", "RtlCaptureContext",
+    "RaiseException", "ReleaseSemaphore", "RtlCaptureContext",
     "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "Sleep", "TlsAlloc", "TlsFree",
-    "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery", "WaitForSingleObject",
+    "TlsGetValue", "TlsSetValue", "_strcmpi", "VirtualProtect", "VirtualQuery", "WaitForSingleObject",
     "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
     "_initterm", "_lock", "_read", "_unlock", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
     "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",

@@ -1,5 +1,6 @@
 package com.corvane.testing;
 
+import com.corvane.wizard.service.ServiceException;
 import java.util.ArrayList;
 import java.util.List;
 import java.util.Set;
@@ -176,7 +177,7 @@ public final class FaultSweep {
 
         private boolean isRight(Outcome outcome, String failed) {
             if (CONVERSIONS.contains(failed)) {
-                return outcome.isFailure(row.code, NO_UNICODE_TRANSLATION)
+                return tellsLostText(outcome)
                         || good.isException() && outcome.hasCode(row.code)
                         || expands && outcome.equals(NO_TEXT);
             }
@@ -194,6 +195,13 @@ public final class FaultSweep {
                 return outcome.isUnexpectedFailure() || outcome.equals(good);
             }
             return outcome.isFailure(row.code, ACCESS_DENIED);
+        }
+
+        /** A native without a code of its own gives no reason. */
+        private boolean tellsLostText(Outcome outcome) {
+            return row.code == ServiceException.UNEXPECTED
+                    ? outcome.isUnexpectedFailure()
+                    : outcome.isFailure(row.code, NO_UNICODE_TRANSLATION);
         }
 
         private boolean isRightAfter(boolean jni, Outcome outcome, String failed) {

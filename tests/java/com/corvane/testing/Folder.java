@@ -8,6 +8,7 @@ import java.nio.file.LinkOption;
 import java.nio.file.Path;
 import java.nio.file.SimpleFileVisitor;
 import java.nio.file.attribute.BasicFileAttributes;
+import java.util.List;
 import java.util.Map;
 import java.util.TreeMap;
 
@@ -99,6 +100,15 @@ public final class Folder {
             return null;
         });
         return state;
+    }
+
+    /** What is in the folder, however deep, in order. */
+    public List<String> names() {
+        return doing(() -> {
+            try (var found = Files.walk(path)) {
+                return found.map(entry -> path.relativize(entry).toString()).sorted().toList();
+            }
+        });
     }
 
     private interface Work<T> {

@@ -54,7 +54,8 @@ public final class Hooks {
         fail(true, function, nth, 0);
     }
 
-    static native void answer(String function, long result, int lastError, int[] arguments, byte[][] data);
+    /** Answers one call and leaves this last error; 0: the last error stays as it is. */
+    public static native void answer(String function, long result, int lastError, int[] arguments, byte[][] data);
 
     /** Answers one call of a function in Windows' place. Answers are used up in order. */
     public static void answer(String function, long result) {
@@ -69,6 +70,11 @@ public final class Hooks {
     /** The same for several arguments. */
     public static void answer(String function, long result, int[] arguments, byte[]... data) {
         answer(function, result, 0, arguments, data);
+    }
+
+    /** Refuses one call with this error, as with a buffer that is too small, and says so in an argument. */
+    public static void refuse(String function, int lastError, int[] arguments, byte[]... data) {
+        answer(function, 0, lastError, arguments, data);
     }
 
     /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */

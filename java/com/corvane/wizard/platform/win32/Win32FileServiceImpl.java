@@ -4,7 +4,7 @@ import com.corvane.util.FileAttributes;
 import com.corvane.wizard.service.ServiceException;
 
 /**
- * Files that may be in use.
+ * Files that may be in use, drives, and where things go.
  *
  * <p>What cannot be done now because a file is in use is done at the next start of Windows: on the NT
  * family through MoveFileEx, on Windows 95, 98 and ME through the section "[Rename]" of WinInit.Ini. The
@@ -144,4 +144,156 @@ public class Win32FileServiceImpl {
      */
     public native void win32SetFileTimes(String path, long created, long accessed, long modified)
             throws ServiceException;
+
+    /**
+     * Tells the owner of a file. Windows: GetNamedSecurityInfo.
+     *
+     * @param path the file or directory
+     * @return the name of the account without its domain; empty on Windows 95, 98 and ME
+     * @throws ServiceException -30012
+     */
+    public native String getFileOwner(String path) throws ServiceException;
+
+    /**
+     * Tells the primary group of a file. Windows: GetNamedSecurityInfo.
+     *
+     * @param path the file or directory
+     * @return the name of the account without its domain; empty on Windows 95, 98 and ME, and when the
+     *     domain is not trusted (1789)
+     * @throws ServiceException -30008
+     */
+    public native String getFileOwnerGroup(String path) throws ServiceException;
+
+    /**
+     * Gives a file to another owner. Does nothing on Windows 95, 98 and ME. Windows: SetFileSecurity.
+     *
+     * @param path the file or directory
+     * @param owner an account, as LookupAccountName takes it: a name, or a domain, a backslash and a name
+     * @throws ServiceException -30013; with 1332 (ERROR_NONE_MAPPED) when there is no such account
+     */
+    public native void setFileOwner(String path, String owner) throws ServiceException;
+
+    /**
+     * Gives a file to another primary group. Does nothing on Windows 95, 98 and ME. Windows:
+     * SetFileSecurity.
+     *
+     * @param path the file or directory
+     * @param group an account, as LookupAccountName takes it
+     * @throws ServiceException -30009; with 1332 (ERROR_NONE_MAPPED) when there is no such account
+     */
+    public native void setFileOwnerGroup(String path, String group) throws ServiceException;
+
+    /**
+     * Tells the free space of a drive. Windows: GetDiskFreeSpaceEx, or GetDiskFreeSpace.
+     *
+     * @param root a root such as C:\\
+     * @return bytes free for the caller
+     * @throws ServiceException -30004
+     */
+    public native long getPartitionFreeSpace(String root) throws ServiceException;
+
+    /**
+     * Lists the drives. Windows: GetLogicalDriveStrings.
+     *
+     * @return their roots, such as C:\\
+     * @throws ServiceException only when memory is short
+     */
+    public native String[] getPartitionNames() throws ServiceException;
+
+    /**
+     * Tells what a drive is. Windows: GetDriveType.
+     *
+     * @param root a root such as C:\\
+     * @return 1 fixed, 2 removable, 3 remote, 4 CD, 5 RAM disk, -1 anything else or none
+     * @throws ServiceException only when memory is short
+     */
+    public native int getPartitionType(String root) throws ServiceException;
+
+    /**
+     * Tells the file system of a drive. An empty drive fails without a box of the system's. Windows:
+     * GetVolumeInformation.
+     *
+     * @param root a root such as C:\\
+     * @return its name, such as NTFS
+     * @throws ServiceException -30010
+     */
+    public native String getPartitionFormat(String root) throws ServiceException;
+
+    /**
+     * Tells whether names on a drive may have 255 characters. Windows: GetVolumeInformation.
+     *
+     * @param root a root such as C:\\
+     * @return whether they may
+     * @throws ServiceException -30015
+     */
+    public native boolean supportsLongFileNames(String root) throws ServiceException;
+
+    /**
+     * Tells the directory for temporary files. Windows: GetTempPath.
+     *
+     * @return the directory, with a backslash at its end
+     * @throws ServiceException -60002, also when it is not there
+     */
+    public native String getTempDirectory() throws ServiceException;
+
+    /**
+     * Tells the directory of Windows. Windows: GetWindowsDirectory.
+     *
+     * @return the directory
+     * @throws ServiceException -60000
+     */
+    public native String win32GetWindowsDirectory() throws ServiceException;
+
+    /**
+     * Tells the directory of the system's libraries. Windows: GetSystemDirectory.
+     *
+     * @return the directory; empty when it is not there
+     * @throws ServiceException only when memory is short
+     */
+    public native String getLibraryDirectory() throws ServiceException;
+
+    /**
+     * Tells the directory for programs: the value "ProgramFilesDir" of the registry.
+     *
+     * @return the directory
+     * @throws ServiceException -60001, with the low 16 bits of the reason
+     */
+    public native String getStandardInstallDirectory() throws ServiceException;
+
+    /**
+     * Tells the directory for files that programs share: the value "CommonFilesDir" of the registry.
+     *
+     * @return the directory; empty when the value cannot be read
+     * @throws ServiceException -30022, only for a reason with its highest bit set
+     */
+    public native String win32GetCommonDirectory() throws ServiceException;
+
+    /**
+     * Tells where the data of products is kept: {@link #win32GetCommonDirectory} when a file can be made
+     * there, otherwise the user's application data. On Windows 95, 98 and ME it is always the former.
+     * Windows: GetTempFileName, SHGetSpecialFolderLocation.
+     *
+     * @return the directory
+     * @throws ServiceException -30023, with 3 when the user's folder is unknown, 5 when it has no path
+     */
+    public native String win32GetVPDDirectory() throws ServiceException;
+
+    /**
+     * Tells whether a file can be made in a directory, by making one that disappears again. Windows:
+     * CreateFile.
+     *
+     * @param directory the directory
+     * @return whether it can; also true when the hundred names that are tried are all taken
+     * @throws ServiceException 0x80070057 (E_INVALIDARG) without a message, for an empty path or null
+     */
+    public native boolean isDirectoryWritable(String directory) throws ServiceException;
+
+    /**
+     * Lets the system's boxes for critical errors (no disk in the drive) show, or not, for the whole
+     * process. Windows: SetErrorMode.
+     *
+     * @param enable whether they may show
+     * @return whether they were suppressed before
+     */
+    public native boolean win32EnableAbort(boolean enable);
 }

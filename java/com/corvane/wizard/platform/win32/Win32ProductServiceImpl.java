@@ -1,0 +1,37 @@
+package com.corvane.wizard.platform.win32;
+
+import com.corvane.wizard.service.ServiceException;
+
+/**
+ * The system's list of programs.
+ *
+ * <p>An entry is a key of the registry below "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall", of
+ * the machine; of the user where that user is no administrator (not on Windows 95, 98 and ME).
+ */
+public class Win32ProductServiceImpl {
+
+    static {
+        Win32Library.load();
+    }
+
+    /**
+     * Enters a product. Windows: RegCreateKeyEx, RegSetValueEx.
+     *
+     * @param keyName the name of the entry's key, of at most 63 characters: with a longer one only its
+     *     first 63 are made into a key, and the values fail with 2 (ERROR_FILE_NOT_FOUND)
+     * @param displayName what the list shows; cut to 63 characters, but on Windows 2000
+     * @param uninstallString the command that removes the product
+     * @throws ServiceException -90000; what was made before a failure stays
+     */
+    public native void win32RegisterUninstaller(String keyName, String displayName, String uninstallString)
+            throws ServiceException;
+
+    /**
+     * Removes the entries of a product; what is not there is not missed. Windows: RegDeleteKey.
+     *
+     * @param keyName the name of an entry's key, cut to 63 characters
+     * @param otherKeyName the name of another, taken whole; it is removed first
+     * @throws ServiceException -90001
+     */
+    public native void win32UnregisterUninstaller(String keyName, String otherKeyName) throws ServiceException;
+}

@@ -1,0 +1,82 @@
+#include <com_corvane_wizard_platform_win32_Win32DesktopServiceImpl.h>
+
+#include "bridge/java_values.h"
+#include "bridge/jni_string.h"
+#include "bridge/native_frame.h"
+#include "desktop/desktop_item.h"
+
+// The natives of Win32DesktopServiceImpl that make and remove folders and shortcuts. What each
+// does, takes and raises is said at its Java declaration.
+
+namespace {
+
+// What Java is told when a native fails.
+constexpr jint kCreateFolderFailed = -80000;
+constexpr jint kRemoveFolderFailed = -80001;
+constexpr jint kCreateItemFailed = -80002;
+constexpr jint kRemoveItemFailed = -80003;
+
+}  // namespace
+
+extern "C" {
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_createDesktopFolder(
+    JNIEnv* env,
+    jobject,
+    jstring folder,
+    jstring subfolder) {
+  nativeFrame(env, kCreateFolderFailed, [&] {
+    throwUnlessZero(createDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder)));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_removeDesktopFolder(
+    JNIEnv* env,
+    jobject,
+    jstring folder,
+    jstring subfolder) {
+  nativeFrame(env, kRemoveFolderFailed, [&] {
+    throwUnlessZero(removeDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder)));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_createDesktopItem(
+    JNIEnv* env,
+    jobject,
+    jstring folder,
+    jstring subfolder,
+    jstring name,
+    jstring target,
+    jstring arguments,
+    jstring iconPath,
+    jstring workingDirectory) {
+  nativeFrame(env, kCreateItemFailed, [&] {
+    const JniString program(env, target);
+    const JniString options(env, arguments);
+    const JniString icon(env, iconPath);
+    const JniString directory(env, workingDirectory);
+    const ShellLink link = {program.get(), options.get(), directory.get(), icon.get()};
+    throwUnlessZero(createDesktopItem(textFromJava(env, folder),
+                                      textFromJava(env, subfolder),
+                                      textFromJava(env, name),
+                                      link));
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_removeDesktopItem(JNIEnv* env,
+                                                                                 jobject,
+                                                                                 jstring folder,
+                                                                                 jstring subfolder,
+                                                                                 jstring name) {
+  nativeFrame(env, kRemoveItemFailed, [&] {
+    throwUnlessZero(removeDesktopItem(textFromJava(env, folder),
+                                      textFromJava(env, subfolder),
+                                      textFromJava(env, name)));
+  });
+}
+
+}  // extern "C"

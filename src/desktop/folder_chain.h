@@ -1,0 +1,22 @@
+#pragma once
+
+#include <windows.h>
+
+#include "bridge/text.h"
+
+/// The folders of a path "a\b\c" below another folder, made and removed together. Separators are
+/// backslashes and slashes; a path of nothing else names no folder. Both return 0 or the Win32
+/// error.
+
+/// Makes folder\a, folder\a\b and so on; one that is there already is fine. `folder` itself must be
+/// there unless it is empty (ERROR_FILE_NOT_FOUND). After a failure, what was made here is removed
+/// again. Win32: CreateDirectoryA/W.
+DWORD createFolderChain(const WString& folder, const WString& subfolder);
+
+/// Removes folder\a\b\c, then folder\a\b and so on up to folder\a; the first failure ends it.
+/// `folder` itself always stays. ERROR_FILE_NOT_FOUND when the deepest is missing. Win32:
+/// RemoveDirectoryA/W.
+DWORD removeFolderChain(const WString& folder, const WString& subfolder);
+
+/// Whether `subfolder` has a name in it, not only separators.
+bool namesFolder(const WString& subfolder) noexcept;

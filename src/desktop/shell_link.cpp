@@ -1,0 +1,46 @@
+#include "desktop/shell_link.h"
+
+#include <shlobj.h>
+
+#include "bridge/ansi_or_wide.h"
+#include "bridge/com_pointer.h"
+
+namespace {
+
+bool isEmpty(const wchar_t* text) {
+  return text == nullptr || *text == L'\0';
+}
+
+/// Fills the object; what is empty is not set. The first failure ends it.
+HRESULT fill(const ComPointer<IShellLinkA>& shellLink, const ShellLink& link) {
+  HRESULT result = shellLink->SetPath(AnsiText(link.target));
+  if (SUCCEEDED(result) && !isEmpty(link.arguments)) {
+    result = shellLink->SetArguments(AnsiText(link.arguments));
+  }
+  if (SUCCEEDED(result) && !isEmpty(link.workingDirectory)) {
+    result = shellLink->SetWorkingDirectory(AnsiText(link.workingDirectory));
+  }
+  if (SUCCEEDED(result) && !isEmpty(link.iconPath)) {
+    shellLink->SetIconLocation(AnsiText(link.iconPath), 0);  // a shortcut without its icon will do
+  }
+  return result;
+}
+
+}  // namespace
+
+HRESULT saveShellLink(const wchar_t* file, const ShellLink& link) {
+  void* made = nullptr;
+  HRESULT result =
+      CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA, &made);
+  if (FAILED(result)) {
+    return result;
+  }
+  const ComPointer shellLink(static_cast<IShellLinkA*>(made));
+  result = shellLink->QueryInterface(IID_IPersistFile, &made);
+  if (FAILED(result)) {
+    return result;
+  }
+  const ComPointer persistFile(static_cast<IPersistFile*>(made));
+  result = fill(shellLink, link);
+  return FAILED(result) ? result : persistFile->Save(file, TRUE);
+}

@@ -1,0 +1,22 @@
+#include "environment/process_affinity.h"
+
+#include <windows.h>
+
+#include "bridge/runtime_function.h"
+
+void useOneProcessor() noexcept {
+  const RuntimeFunction<decltype(&SetProcessAffinityMask)> setProcessAffinityMask(
+      "kernel32.dll",
+      "SetProcessAffinityMask");
+  if (!setProcessAffinityMask) {
+    return;
+  }
+  SYSTEM_INFO system = {};
+  GetSystemInfo(&system);
+  // Processors above 31 are not considered, on purpose.
+  const auto active = static_cast<DWORD>(system.dwActiveProcessorMask);
+  const DWORD lowest = active & (~active + 1);
+  if (lowest != 0) {
+    setProcessAffinityMask(GetCurrentProcess(), DWORD_PTR{lowest});
+  }
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include "bridge/last_error.h"
+
+/// Keeps the system's box for critical errors (no disk in the drive) from showing for the length of
+/// an operation, which then simply fails. Ending keeps the thread's last error. Win32:
+/// SetErrorMode.
+class CriticalErrorSuppressor {
+ public:
+  CriticalErrorSuppressor() noexcept : old_(SetErrorMode(0)) {
+    SetErrorMode(old_ + 1);  // plus 1, not with the bit set, on purpose
+  }
+  CriticalErrorSuppressor(const CriticalErrorSuppressor&) = delete;
+  CriticalErrorSuppressor& operator=(const CriticalErrorSuppressor&) = delete;
+  ~CriticalErrorSuppressor() {
+    const LastErrorKeeper keeper;
+    SetErrorMode(old_);
+  }
+
+ private:
+  UINT old_;
+};
+
+/// Lets the box show, or not, for the whole process. Returns whether it was suppressed before.
+inline bool enableCriticalErrorBox(bool enable) noexcept {
+  const UINT old = SetErrorMode(0);
+  SetErrorMode(enable ? 0 : old | SEM_FAILCRITICALERRORS);
+  return (old & SEM_FAILCRITICALERRORS) != 0;
+}

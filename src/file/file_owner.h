@@ -1,0 +1,27 @@
+#pragma once
+
+#include <windows.h>
+
+#include "bridge/text.h"
+
+/// The owner and the primary group of a file, on the NT family.
+enum class Principal : DWORD {
+  kOwner = OWNER_SECURITY_INFORMATION,
+  kGroup = GROUP_SECURITY_INFORMATION,
+};
+
+/// An account as the system names it.
+struct AccountName {
+  WString name;
+  WString domain;
+};
+
+/// Both return 0 or the Win32 error. The functions are looked up in advapi32.dll.
+
+/// Win32: GetNamedSecurityInfoW, LookupAccountSidW.
+DWORD readPrincipal(const wchar_t* path, Principal which, AccountName& account);
+
+/// `account`: whatever LookupAccountNameW accepts, a bare name or one with its domain. An
+/// administrator may give a file to anybody: the privileges for that are enabled first. Win32:
+/// LookupAccountNameW, SetFileSecurityW.
+DWORD writePrincipal(const wchar_t* path, Principal which, const wchar_t* account);

@@ -1,0 +1,153 @@
+#include "file/volume.h"
+
+#include <utility>
+
+#include "bridge/ansi_or_wide.h"
+#include "bridge/runtime_function.h"
+#include "bridge/win32_failure.h"
+#include "file/critical_errors.h"
+
+namespace {
+
+constexpr DWORD kFormatElements = 256;
+constexpr DWORD kLongName = 255;
+
+/// Clusters, sectors and bytes, for systems that count no further.
+BOOL countClusters(bool ansi, const wchar_t* root, uint64_t& bytes) {
+  DWORD sectorsPerCluster = 0;
+  DWORD bytesPerSector = 0;
+  DWORD freeClusters = 0;
+  DWORD clusters = 0;
+  const BOOL known = ansiOrWide(ansi,
+                                GetDiskFreeSpaceA,
+                                GetDiskFreeSpaceW,
+                                root,
+                                &sectorsPerCluster,
+                                &bytesPerSector,
+                                &freeClusters,
+                                &clusters);
+  bytes = uint64_t{freeClusters} * bytesPerSector * sectorsPerCluster;
+  return known;
+}
+
+template <class Function, class Root>
+BOOL countBytes(const RuntimeFunction<Function>& getDiskFreeSpaceEx, Root root, uint64_t& bytes) {
+  ULARGE_INTEGER available = {};
+  ULARGE_INTEGER total = {};
+  ULARGE_INTEGER free = {};
+  const BOOL known = getDiskFreeSpaceEx(root, &available, &total, &free);
+  bytes = available.QuadPart;
+  return known;
+}
+
+BOOL freeBytesAnsi(const wchar_t* root, uint64_t& bytes) {
+  const RuntimeFunction<decltype(&GetDiskFreeSpaceExA)> getDiskFreeSpaceEx("kernel32.dll",
+                                                                           "GetDiskFreeSpaceExA");
+  if (!getDiskFreeSpaceEx) {
+    return countClusters(true, root, bytes);
+  }
+  const AnsiText ansi(root);
+  return countBytes(getDiskFreeSpaceEx, static_cast<const char*>(ansi), bytes);
+}
+
+BOOL freeBytesWide(const wchar_t* root, uint64_t& bytes) {
+  const RuntimeFunction<decltype(&GetDiskFreeSpaceExW)> getDiskFreeSpaceEx("kernel32.dll",
+                                                                           "GetDiskFreeSpaceExW");
+  return getDiskFreeSpaceEx ? countBytes(getDiskFreeSpaceEx, root, bytes)
+                            : countClusters(false, root, bytes);
+}
+
+}  // namespace
+
+int64_t partitionFreeSpace(const wchar_t* root) {
+  const CriticalErrorSuppressor suppressor;
+  uint64_t bytes = 0;
+  const BOOL known = isWindows9x() ? freeBytesAnsi(root, bytes) : freeBytesWide(root, bytes);
+  if (known == FALSE) {
+    throwUnlessZero(GetLastError());
+    return 0;
+  }
+  return static_cast<int64_t>(bytes);
+}
+
+std::vector<WString> partitionNames() {
+  const bool ansi = isWindows9x();
+  const DWORD length =
+      ansiOrWide(ansi, GetLogicalDriveStringsA, GetLogicalDriveStringsW, DWORD{0}, nullptr);
+  ByteBuffer roots;
+  roots.allocate(length + 1, ansi ? sizeof(char) : sizeof(wchar_t));
+  ansiOrWide(ansi,
+             GetLogicalDriveStringsA,
+             GetLogicalDriveStringsW,
+             DWORD{roots.count()},
+             TextBuffer(roots.data()));
+  if (ansi) {
+    ByteBuffer wide;
+    throwUnlessConverted(ansiToWideN(roots.data<char>(), roots.count(), wide));
+    roots = std::move(wide);
+  }
+  std::vector<WString> names;
+  for (uint32_t at = 0; at < roots.count() && roots.data<wchar_t>()[at] != L'\0';) {
+    names.push_back(boundedText(roots.data<wchar_t>() + at, roots.count() - at));
+    at += static_cast<uint32_t>(names.back().size()) + 1;
+  }
+  return names;
+}
+
+int partitionType(const wchar_t* root) {
+  switch (GetDriveTypeA(ansiArgument(root))) {
+    case DRIVE_FIXED:
+      return 1;
+    case DRIVE_REMOVABLE:
+      return 2;
+    case DRIVE_REMOTE:
+      return 3;
+    case DRIVE_CDROM:
+      return 4;
+    case DRIVE_RAMDISK:
+      return 5;
+    default:
+      return -1;
+  }
+}
+
+WString partitionFormat(const wchar_t* root) {
+  const CriticalErrorSuppressor suppressor;
+  const bool ansi = isWindows9x();
+  DWORD longestName = 0;
+  DWORD flags = 0;
+  wchar_t format[kFormatElements] = {};
+  const BOOL known = ansiOrWide(ansi,
+                                GetVolumeInformationA,
+                                GetVolumeInformationW,
+                                root,
+                                nullptr,
+                                DWORD{0},
+                                nullptr,
+                                &longestName,
+                                &flags,
+                                TextBuffer(format),
+                                kFormatElements);
+  if (known == FALSE) {
+    throwLastError();
+  }
+  return ansi ? boundedTextFromAnsi(reinterpret_cast<const char*>(format), kFormatElements)
+              : boundedText(format, kFormatElements);
+}
+
+bool supportsLongFileNames(const wchar_t* root) {
+  const CriticalErrorSuppressor suppressor;
+  DWORD longestName = 0;
+  DWORD flags = 0;
+  if (GetVolumeInformationA(ansiArgument(root),
+                            nullptr,
+                            0,
+                            nullptr,
+                            &longestName,
+                            &flags,
+                            nullptr,
+                            0) == FALSE) {
+    throwLastError();
+  }
+  return longestName >= kLongName;
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "bridge/text.h"
+
+/// Drives and what they hold. A root is a path such as C:\. Failures are thrown as Win32Failure.
+
+/// Bytes free for the caller. A failure for which the system names no reason counts as 0 bytes.
+/// Win32: GetDiskFreeSpaceExA/W, or GetDiskFreeSpaceA/W where that is missing.
+int64_t partitionFreeSpace(const wchar_t* root);
+
+/// The roots of all drives. Win32: GetLogicalDriveStringsA/W.
+std::vector<WString> partitionNames();
+
+/// 1 fixed, 2 removable, 3 remote, 4 CD, 5 RAM disk, -1 anything else. Win32: GetDriveTypeA.
+int partitionType(const wchar_t* root);
+
+/// The name of the file system. Win32: GetVolumeInformationA/W.
+WString partitionFormat(const wchar_t* root);
+
+/// Whether a name may have 255 characters. Win32: GetVolumeInformationA.
+bool supportsLongFileNames(const wchar_t* root);

@@ -1,0 +1,47 @@
+#include <com_corvane_wizard_platform_win32_Win32ProductServiceImpl.h>
+
+#include "bridge/jni_string.h"
+#include "bridge/native_frame.h"
+#include "product/uninstaller_entry.h"
+
+// The natives of Win32ProductServiceImpl. What each does, takes and raises is said at its Java
+// declaration.
+
+namespace {
+
+constexpr jint kRegisterFailed = -90000;
+constexpr jint kUnregisterFailed = -90001;
+
+}  // namespace
+
+extern "C" {
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32ProductServiceImpl_win32RegisterUninstaller(
+    JNIEnv* env,
+    jobject,
+    jstring keyName,
+    jstring displayName,
+    jstring uninstallString) {
+  nativeFrame(env, kRegisterFailed, [&] {
+    const JniString key(env, keyName);
+    const JniString display(env, displayName);
+    const JniString command(env, uninstallString);
+    registerUninstaller(key.get(), display.get(), command.get());
+  });
+}
+
+JNIEXPORT void JNICALL
+Java_com_corvane_wizard_platform_win32_Win32ProductServiceImpl_win32UnregisterUninstaller(
+    JNIEnv* env,
+    jobject,
+    jstring keyName,
+    jstring otherKeyName) {
+  nativeFrame(env, kUnregisterFailed, [&] {
+    const JniString key(env, keyName);
+    const JniString other(env, otherKeyName);
+    unregisterUninstaller(key.get(), other.get());
+  });
+}
+
+}  // extern "C"

@@ -1,0 +1,71 @@
+#include "product/uninstaller_entry.h"
+
+#include "bridge/platform.h"
+#include "bridge/text.h"
+#include "registry/known_keys.h"
+#include "registry/registry_key.h"
+#include "security/admin_membership.h"
+
+namespace {
+
+constexpr const wchar_t* kUninstall = L"Uninstall";
+
+/// The longest key name and display name that old versions of the list show.
+constexpr size_t kMaximumLength = 63;
+
+int entryRoot() {
+  DWORD error = ERROR_SUCCESS;
+  return isWindowsNT() && !queryAdminMembership(error) ? kCurrentUser : kLocalMachine;
+}
+
+WString orEmpty(const wchar_t* text) {
+  return text == nullptr ? WString() : WString(text);
+}
+
+WString listPath() {
+  return WString(kCurrentVersion) + L"\\" + kUninstall;
+}
+
+WString entryPath(const WString& keyName) {
+  return listPath() + L"\\" + keyName;
+}
+
+/// Deletes an entry if it is there. Without a name there is none: the path would be the list
+/// itself.
+void deleteEntry(const RegistryKey& registry, int root, const WString& keyName) {
+  if (!keyName.empty() && registry.keyExists(root, entryPath(keyName).c_str())) {
+    registry.deleteKey(root, listPath().c_str(), keyName.c_str(), false);
+  }
+}
+
+}  // namespace
+
+void registerUninstaller(const wchar_t* keyName,
+                         const wchar_t* displayName,
+                         const wchar_t* uninstallString) {
+  if (orEmpty(keyName).empty()) {
+    throw RegistryException(ERROR_INVALID_PARAMETER);
+  }
+  const RegistryKey registry;
+  const int root = entryRoot();
+  if (root == kCurrentUser && !registry.keyExists(root, listPath().c_str())) {
+    registry.createKey(root, kCurrentVersion, kUninstall);
+  }
+  registry.createKey(root, listPath().c_str(), orEmpty(keyName).substr(0, kMaximumLength).c_str());
+  const WString path = entryPath(orEmpty(keyName));
+  const WString shown =
+      isWindows2000() ? orEmpty(displayName) : orEmpty(displayName).substr(0, kMaximumLength);
+  registry.setStringValue(root, path.c_str(), L"DisplayName", false, shown.c_str());
+  registry.setStringValue(root,
+                          path.c_str(),
+                          L"UninstallString",
+                          false,
+                          orEmpty(uninstallString).c_str());
+}
+
+void unregisterUninstaller(const wchar_t* keyName, const wchar_t* otherKeyName) {
+  const RegistryKey registry;
+  const int root = entryRoot();
+  deleteEntry(registry, root, orEmpty(otherKeyName));
+  deleteEntry(registry, root, orEmpty(keyName).substr(0, kMaximumLength));
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <windows.h>
+
+/// The module of the security functions, which are looked up in it when they are used. It is loaded
+/// when it is not there yet, and stays. Null when it cannot be; the thread's last error says why.
+HMODULE advapi32() noexcept;

@@ -1,0 +1,30 @@
+#include <com_corvane_wizard_platform_win32_Win32SecurityServiceImpl.h>
+
+#include "bridge/java_values.h"
+#include "bridge/native_frame.h"
+#include "bridge/platform.h"
+#include "security/admin_membership.h"
+
+// The natives of Win32SecurityServiceImpl. What each does and raises is said at its Java
+// declaration.
+
+namespace {
+
+constexpr jint kIsAdminFailed = -110000;
+
+}  // namespace
+
+extern "C" {
+
+JNIEXPORT jboolean JNICALL
+Java_com_corvane_wizard_platform_win32_Win32SecurityServiceImpl_isCurrentUserAdmin(JNIEnv* env,
+                                                                                   jobject) {
+  return nativeFrame(env, kIsAdminFailed, [] {
+    DWORD error = ERROR_SUCCESS;
+    const bool admin = isWindows9x() || queryAdminMembership(error);
+    throwUnlessZero(error);
+    return toJavaBoolean(admin);
+  });
+}
+
+}  // extern "C"
