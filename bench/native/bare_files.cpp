@@ -5,20 +5,12 @@
 #include <vector>
 
 #include "com_corvane_bench_BareFiles.h"
+#include "java_text.h"
 #include "timed_calls.h"
 
 namespace {
 
 using Paths = std::vector<std::wstring>;
-
-/// What is passed from Java is copied before the clock runs.
-std::wstring textOf(JNIEnv* env, jstring text) {
-  const auto length = static_cast<size_t>(env->GetStringLength(text));
-  const jchar* units = env->GetStringChars(text, nullptr);
-  std::wstring copy(units, units + length);
-  env->ReleaseStringChars(text, units);
-  return copy;
-}
 
 Paths textsOf(JNIEnv* env, jobjectArray texts) {
   Paths copies;

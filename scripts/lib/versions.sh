@@ -7,6 +7,10 @@ debian_release=12
 jvm_version=17.0.9.2
 jvm_sha256=f8d8bb10f721aee7ec6ad85409b241e2d6b490afb314da921ad3efd9ff7b8197
 
+# The parser of shortcuts, which knows the format from its description alone.
+lnkparse_version=1.6.0
+lnkparse_sha256=7b3b1289e99992a4d3901d80ac9ab87fa8de854b2bffe5c4011453b093038b50
+
 maven_plugin=org.apache.maven.plugins:maven-dependency-plugin:3.8.1
 
 junit_artifact=org.junit.platform:junit-platform-console-standalone:1.13.4

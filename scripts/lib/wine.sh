@@ -26,7 +26,7 @@ wine_server() {
 # start_wine: one server for the whole run. A server that is started anew carries out the file renames
 # that wait for a reboot, which some tests must see waiting.
 start_wine() {
-  [ -f "$WINEPREFIX/.ready" ] || step "Setting up the Wine prefix $WINEPREFIX" make_prefix
+  [ -f "$WINEPREFIX/$prefix_ready" ] || step "Setting up the Wine prefix $WINEPREFIX" make_prefix
   wine_started=yes
   if ! wine_server -p; then
     echo "Waiting for a Windows program that runs in $WINEPREFIX"
@@ -42,12 +42,17 @@ stop_wine() {
   [ -z "${wine_started:-}" ] || wine_server -k || true
 }
 
-# Windows without a display: windows are made, nothing is drawn.
+# Changes with what make_prefix does, so that prefixes made before are made ready too.
+prefix_ready=.ready-2
+
+# Windows without a display: windows are made, nothing is drawn. Wine makes the desktop and other folders
+# of the user links into the builder's home, where no test must write: they become folders.
 make_prefix() {
   mkdir -p "$WINEPREFIX"
   wine wineboot -i
   wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
   wine_server -k
   wine_server -w
-  touch "$WINEPREFIX/.ready"
+  find "$WINEPREFIX/drive_c/users" -type l -lname '/*' -exec rm {} \; -exec mkdir {} \;
+  touch "$WINEPREFIX/$prefix_ready"
 }

@@ -43,14 +43,16 @@ WString pathOf(JNIEnv* env, const Item& place) {
 
 template <class Place>
 jstring getPrincipal(JNIEnv* env, jint code, Principal which, const Place& place) {
-  if (isWindows9x()) {
-    throwNotSupported(env);
-    return nullptr;
-  }
-  return nativeText(env, code, [&](WString& name) {
-    AccountName account;
-    throwUnlessZero(readPrincipal(pathOf(env, place).c_str(), which, account));
-    name = account.name;
+  return nativeFrame(env, [&]() -> jstring {
+    if (isWindows9x()) {
+      throwNotSupported(env);
+      return nullptr;
+    }
+    return nativeText(env, code, [&](WString& name) {
+      AccountName account;
+      throwUnlessZero(readPrincipal(pathOf(env, place).c_str(), which, account));
+      name = account.name;
+    });
   });
 }
 

@@ -312,7 +312,13 @@ Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_win32GetCommonDirect
 JNIEXPORT jstring JNICALL
 Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_win32GetVPDDirectory(JNIEnv* env,
                                                                                  jobject) {
-  return nativeText(env, kProductDataFailed, productDataDirectory);
+  return nativeFrame(env, kCommonFilesFailed, [&] {
+    const WString commonFiles = commonFilesDirectory();
+    return nativeText(env, kProductDataFailed, [&](WString& directory) {
+      directory = commonFiles;
+      findProductDataDirectory(directory);
+    });
+  });
 }
 
 JNIEXPORT jboolean JNICALL

@@ -17,21 +17,21 @@ constexpr uint32_t kNoLocation = 3;
 constexpr uint32_t kNoPath = 5;
 
 /// A directory that the system puts into a buffer whose size it tells first. `fill(buffer, size)`
-/// asks for either. When there is no size, that is `error`, and the text is empty.
+/// asks for either. False when there is no size; the thread's last error says why.
 template <class Fill>
-WString directoryFrom(bool ansi, DWORD& error, const Fill& fill) {
+bool findDirectory(bool ansi, WString& directory, const Fill& fill) {
   const UINT size = fill(TextBuffer(nullptr), 0U);
   if (size == 0) {
-    error = GetLastError();
-    return {};
+    return false;
   }
   ByteBuffer buffer;
   buffer.allocate(size, ansi ? sizeof(char) : sizeof(wchar_t));
   fill(TextBuffer(buffer.data()), size);
   // What does not fit any more is cut: without a terminator within, the last character gives way to
   // one.
-  return ansi ? boundedTextFromAnsi(buffer.data<char>(), size - 1)
-              : boundedText(buffer.data<wchar_t>(), size - 1);
+  directory = ansi ? boundedTextFromAnsi(buffer.data<char>(), size - 1)
+                   : boundedText(buffer.data<wchar_t>(), size - 1);
+  return true;
 }
 
 WString currentVersionValue(const wchar_t* name) {
@@ -49,12 +49,11 @@ bool takesFiles(const WString& directory) {
 
 WString temporaryDirectory() {
   const bool ansi = isWindows9x();
-  DWORD error = ERROR_SUCCESS;
-  WString directory = directoryFrom(ansi, error, [&](TextBuffer buffer, UINT size) {
+  WString directory;
+  const bool found = findDirectory(ansi, directory, [&](TextBuffer buffer, UINT size) {
     return ansiOrWide(ansi, GetTempPathA, GetTempPathW, DWORD{size}, buffer);
   });
-  throwUnlessZero(error);
-  if (!pathExists(directory)) {
+  if (!found || !pathExists(directory)) {
     throwLastError();
   }
   return directory;
@@ -62,21 +61,23 @@ WString temporaryDirectory() {
 
 WString windowsDirectory() {
   const bool ansi = isWindows9x();
-  DWORD error = ERROR_SUCCESS;
-  WString directory = directoryFrom(ansi, error, [&](TextBuffer buffer, UINT size) {
+  WString directory;
+  const bool found = findDirectory(ansi, directory, [&](TextBuffer buffer, UINT size) {
     return ansiOrWide(ansi, GetWindowsDirectoryA, GetWindowsDirectoryW, buffer, size);
   });
-  throwUnlessZero(error);
+  if (!found) {
+    throwLastError();
+  }
   return directory;
 }
 
 WString systemDirectory() {
   const bool ansi = isWindows9x();
-  DWORD error = ERROR_SUCCESS;
-  WString directory = directoryFrom(ansi, error, [&](TextBuffer buffer, UINT size) {
+  WString directory;
+  const bool found = findDirectory(ansi, directory, [&](TextBuffer buffer, UINT size) {
     return ansiOrWide(ansi, GetSystemDirectoryA, GetSystemDirectoryW, buffer, size);
   });
-  return pathExists(directory) ? directory : WString();
+  return found && pathExists(directory) ? directory : WString();
 }
 
 WString programFilesDirectory() {
@@ -99,8 +100,7 @@ WString commonFilesDirectory() {
   }
 }
 
-void productDataDirectory(WString& directory) {
-  directory = commonFilesDirectory();
+void findProductDataDirectory(WString& directory) {
   if (isWindows9x() || takesFiles(directory)) {
     return;
   }

@@ -21,8 +21,8 @@ WString programFilesDirectory();
 /// that is missing is the empty text. It differs from the other directory on purpose.
 WString commonFilesDirectory();
 
-/// Where the data of products is kept: the common files directory when files can be made in it,
-/// otherwise the user's application data. When that cannot be found, `directory` keeps the former
-/// and Win32Failure is thrown: 3 when the folder is unknown, 5 when it has no path. Win32:
-/// GetTempFileNameA, SHGetSpecialFolderLocation.
-void productDataDirectory(WString& directory);
+/// Where the data of products is kept: the common files directory, which `directory` holds already,
+/// when files can be made in it, otherwise the user's application data. When that cannot be found,
+/// `directory` stays and Win32Failure is thrown: 3 when the folder is unknown, 5 when it has no
+/// path. Win32: GetTempFileNameA, SHGetSpecialFolderLocation.
+void findProductDataDirectory(WString& directory);

@@ -56,11 +56,7 @@ void registerUninstaller(const wchar_t* keyName,
   const WString shown =
       isWindows2000() ? orEmpty(displayName) : orEmpty(displayName).substr(0, kMaximumLength);
   registry.setStringValue(root, path.c_str(), L"DisplayName", false, shown.c_str());
-  registry.setStringValue(root,
-                          path.c_str(),
-                          L"UninstallString",
-                          false,
-                          orEmpty(uninstallString).c_str());
+  registry.setStringValue(root, path.c_str(), L"UninstallString", false, uninstallString);
 }
 
 void unregisterUninstaller(const wchar_t* keyName, const wchar_t* otherKeyName) {

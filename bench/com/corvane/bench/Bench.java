@@ -24,6 +24,9 @@ public final class Bench {
         try (RowGroup files = new FileRows()) {
             report.comparison("Files", "java.nio.file", files.rows(), Row.JDK);
         }
+        try (RowGroup installation = new InstallationRows()) {
+            report.comparison("Installation", "JDK", installation.rows(), Row.JNA);
+        }
         report.close();
     }
 }

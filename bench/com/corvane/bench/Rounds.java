@@ -56,10 +56,10 @@ final class Rounds {
         return nanos;
     }
 
-    /** As many calls as fill a batch. */
+    /** As many calls as fill a batch, or as may be made at once. */
     private static int batchOf(Timed work) throws Exception {
         int calls = 1;
-        while (nanos(work, calls) < BATCH_NANOS) {
+        while (calls < work.most() && nanos(work, calls) < BATCH_NANOS) {
             calls *= 2;
         }
         return calls;

@@ -6,6 +6,26 @@ interface Timed {
     /** The nanoseconds that {@code calls} calls took; negative when one of them failed. */
     long nanos(int calls) throws Exception;
 
+    /** How many calls may be made at once: they are doubled as long as there are fewer. */
+    default int most() {
+        return Integer.MAX_VALUE;
+    }
+
+    /** Work that is not done more often at once, because each call leaves something behind. */
+    static Timed atMost(int most, Timed work) {
+        return new Timed() {
+            @Override
+            public long nanos(int calls) throws Exception {
+                return work.nanos(calls);
+            }
+
+            @Override
+            public int most() {
+                return most;
+            }
+        };
+    }
+
     /** Calls made from Java, so that the way from Java to the system and back is in their time. */
     static Timed of(Call call) {
         return calls -> {

@@ -26,9 +26,12 @@ public final class Demo {
     private static final Map<String, List<Supplier<Chapter>>> CHAPTERS = new LinkedHashMap<>();
 
     static {
-        CHAPTERS.put("",
-                Arrays.asList(RegistryChapter::new, FilesChapter::new, UpdateInUseChapter::new));
-        CHAPTERS.put("--after-reboot", Collections.singletonList(RemovalInUseChapter::new));
+        CHAPTERS.put("", Arrays.asList(
+                BeforeChapter::new, WhoAndWhereChapter::new, RegistryChapter::new,
+                FilesChapter::new, UpdateInUseChapter::new, OwnerChapter::new,
+                ShortcutsChapter::new, ProgramListChapter::new));
+        CHAPTERS.put("--after-reboot",
+                Arrays.asList(RemovalInUseChapter::new, UninstallationChapter::new));
         CHAPTERS.put("--after-second-reboot", Collections.singletonList(NothingLeftChapter::new));
     }
 

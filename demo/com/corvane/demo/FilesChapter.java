@@ -49,7 +49,6 @@ final class FilesChapter implements Chapter {
 
     private void install(Stage stage) {
         stage.scene("Copies");
-        stage.does("clear what a broken-off run left", () -> Product.clear(files));
         stage.does("make the medium, in the temporary folder", () -> Product.makeMedium(1));
         stage.does("make the product's folders", Product::makeFolders);
         Stream.of(PROGRAM, NOTES, WORDS, HELP).forEach(name -> {

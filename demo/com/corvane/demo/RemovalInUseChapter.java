@@ -17,7 +17,7 @@ final class RemovalInUseChapter implements Chapter {
 
     @Override
     public String name() {
-        return "Files in use, after the reboot: the product is removed while it runs";
+        return "After the reboot: the product is removed while it runs";
     }
 
     @Override

@@ -27,8 +27,9 @@ final class RunningProgram implements AutoCloseable {
     /** One that has files of the product open; see {@link FileHolder}. */
     static RunningProgram holding(String... names) throws IOException {
         List<String> command = new ArrayList<>(Arrays.asList(
-                Paths.get(System.getProperty("java.home"), "bin", "java").toString(), "-cp",
-                System.getProperty("java.class.path"), FileHolder.class.getName()));
+                Paths.get(System.getProperty("java.home"), "bin", "java").toString(),
+                "-XX:-UsePerfData", // which would leave files in the temporary folder
+                "-cp", System.getProperty("java.class.path"), FileHolder.class.getName()));
         Stream.of(names).map(Product::installed).forEach(command::add);
         return new RunningProgram(command);
     }

@@ -46,6 +46,11 @@ final class Stage {
         out.printf("%n %s%n", title);
     }
 
+    /** A line about the scene or the step before it. */
+    void tells(String line) {
+        out.println("      | " + line);
+    }
+
     /** A step that must return normally. */
     void does(String what, Deed deed) {
         Outcome outcome = Outcome.of(() -> {
@@ -69,9 +74,22 @@ final class Stage {
             deed.act();
             return "no failure";
         });
-        boolean good = outcome.error instanceof ServiceException
-                && ((ServiceException) outcome.error).getCode() == code;
+        report(isFailure(outcome.error, code), what, outcome.nanos, outcome.text());
+    }
+
+    /** The same; the message must end in the system's number of the failure, too. */
+    void refuses(String what, int code, int reason, Deed deed) {
+        Outcome outcome = Outcome.of(() -> {
+            deed.act();
+            return "no failure";
+        });
+        boolean good = isFailure(outcome.error, code)
+                && ("" + outcome.error.getMessage()).endsWith("(" + reason + ")");
         report(good, what, outcome.nanos, outcome.text());
+    }
+
+    private static boolean isFailure(Throwable error, int code) {
+        return error instanceof ServiceException && ((ServiceException) error).getCode() == code;
     }
 
     /** Runs one of the system's own tools, which must succeed, and shows what it prints. */
@@ -86,7 +104,7 @@ final class Stage {
         boolean good = Objects.equals(exitCode, outcome.answer);
         String text = outcome.error == null ? "exit code " + outcome.text() : outcome.text();
         report(good, String.join(" ", command), outcome.nanos, text);
-        tool.lines().forEach(line -> out.println("      | " + line));
+        tool.lines().forEach(this::tells);
         return tool.output();
     }
 

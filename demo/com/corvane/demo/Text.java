@@ -25,7 +25,7 @@ final class Text {
         }
         ServiceException failure = (ServiceException) error;
         return "ServiceException: code " + failure.getCode() + ", message "
-                + quoted("" + failure.getMessage());
+                + (failure.getMessage() == null ? "none" : quoted(failure.getMessage()));
     }
 
     /** Line breaks are shown, for a system message ends in one. */

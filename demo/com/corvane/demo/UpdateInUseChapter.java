@@ -43,7 +43,6 @@ final class UpdateInUseChapter implements Chapter {
 
     private void install(Stage stage) {
         stage.scene("Version 1");
-        stage.does("clear what a broken-off run left", () -> Product.clear(files));
         stage.does("make its medium", () -> Product.makeMedium(1));
         stage.does("make the product's folders", Product::makeFolders);
         for (String name : new String[] {PROGRAM, NOTES, WORDS, HELP, FRENCH_HELP}) {

@@ -10,11 +10,15 @@ import com.corvane.wizard.service.ServiceException;
  * "$UserPrograms$", "$AllUsersPrograms$", "$UserStartMenu$", "$AllUsersStartMenu$", "$UserDesktop$" and
  * "$AllUsersDesktop$"; on Windows 95, 98 and ME all users' folders are the current user's. A shortcut is a
  * file with the extension ".lnk". The shell is told of changes. A null text counts as empty, but for the
- * target of a shortcut.
+ * target of a shortcut and for an account, which are handed to Windows.
+ *
+ * <p>A token that cannot be replaced is a failure. Only the methods for owners and attributes do not tell so:
+ * they work on an empty path then, or on the shortcut's file name alone, and throw what comes of it.
  *
  * <p>Owners and groups exist on the NT family only; elsewhere these methods throw with
  * {@link ServiceException#OPERATION_NOT_SUPPORTED}. Accounts are named as LookupAccountName takes them,
- * and returned without their domain.
+ * and returned without their domain. Setting one leaves privileges enabled and token handles open, as
+ * {@link Win32FileServiceImpl#setFileOwner} does.
  */
 public class Win32DesktopServiceImpl {
 
@@ -42,8 +46,9 @@ public class Win32DesktopServiceImpl {
     public native void removeDesktopFolder(String folder, String subfolder) throws ServiceException;
 
     /**
-     * Makes a shortcut, with its folder. Texts go through the ANSI code page. Shell: IShellLink,
-     * IPersistFile.
+     * Makes a shortcut, with its folder, which stays when the shortcut fails. May be called from any thread;
+     * one that has not started COM has it started for the length of the call. What the shortcut holds goes
+     * through the ANSI code page. Shell: IShellLinkA, IPersistFile.
      *
      * @param folder the folder; may hold tokens
      * @param subfolder a path below it, with backslashes or slashes; may be empty
@@ -65,9 +70,9 @@ public class Win32DesktopServiceImpl {
             throws ServiceException;
 
     /**
-     * Deletes a shortcut, and its folder as {@link #removeDesktopFolder} does, but none of the shell's own
-     * (Windows XP and later). A shortcut that is missing is no failure. On Windows 95, 98 and ME, ".pif" and
-     * ".url" are looked for too. Windows: DeleteFile, RemoveDirectory.
+     * Deletes a shortcut, and its folder as {@link #removeDesktopFolder} does, unless {@code subfolder} leads
+     * to one of the shell's own (Windows XP and later). A shortcut that is missing is no failure. On Windows
+     * 95, 98 and ME, ".pif" and ".url" are looked for too. Windows: DeleteFile, RemoveDirectory.
      *
      * @param folder the folder; may hold tokens
      * @param subfolder a path below it, with backslashes or slashes; may be empty

@@ -12,8 +12,12 @@ import com.corvane.wizard.service.ServiceException;
  *
  * <p>A failure of Windows is thrown as {@link ServiceException} with the method's code and the system's
  * message. On Windows 95, 98 and ME the ANSI functions are called, and text goes through the ANSI code
- * page; elsewhere the wide functions. Paths are handed to Windows as they are. The object has no state;
- * its methods may be called from any thread.
+ * page; elsewhere the wide functions, but for those that are named with an A below. Paths are handed to
+ * Windows as they are; a root that is null is that of the current directory. The object has no state; its
+ * methods may be called from any thread.
+ *
+ * <p>Setting an owner or a group enables three privileges of the process, which stay enabled; each call leaves
+ * three token handles open.
  */
 public class Win32FileServiceImpl {
 
@@ -186,7 +190,7 @@ public class Win32FileServiceImpl {
     /**
      * Tells the free space of a drive. Windows: GetDiskFreeSpaceEx, or GetDiskFreeSpace.
      *
-     * @param root a root such as C:\\
+     * @param root a root such as {@code C:\}
      * @return bytes free for the caller
      * @throws ServiceException -30004
      */
@@ -195,34 +199,33 @@ public class Win32FileServiceImpl {
     /**
      * Lists the drives. Windows: GetLogicalDriveStrings.
      *
-     * @return their roots, such as C:\\
-     * @throws ServiceException only when memory is short
+     * @return their roots, such as {@code C:\}
+     * @throws ServiceException only {@link ServiceException#UNEXPECTED}, when memory is short for one
      */
     public native String[] getPartitionNames() throws ServiceException;
 
     /**
-     * Tells what a drive is. Windows: GetDriveType.
+     * Tells what a drive is. Windows: GetDriveTypeA.
      *
-     * @param root a root such as C:\\
+     * @param root a root such as {@code C:\}
      * @return 1 fixed, 2 removable, 3 remote, 4 CD, 5 RAM disk, -1 anything else or none
-     * @throws ServiceException only when memory is short
+     * @throws ServiceException only {@link ServiceException#UNEXPECTED}, when memory is short for one
      */
     public native int getPartitionType(String root) throws ServiceException;
 
     /**
-     * Tells the file system of a drive. An empty drive fails without a box of the system's. Windows:
-     * GetVolumeInformation.
+     * Tells the file system of a drive. Windows: GetVolumeInformation.
      *
-     * @param root a root such as C:\\
+     * @param root a root such as {@code C:\}
      * @return its name, such as NTFS
      * @throws ServiceException -30010
      */
     public native String getPartitionFormat(String root) throws ServiceException;
 
     /**
-     * Tells whether names on a drive may have 255 characters. Windows: GetVolumeInformation.
+     * Tells whether names on a drive may have 255 characters. Windows: GetVolumeInformationA.
      *
-     * @param root a root such as C:\\
+     * @param root a root such as {@code C:\}
      * @return whether they may
      * @throws ServiceException -30015
      */
@@ -248,7 +251,7 @@ public class Win32FileServiceImpl {
      * Tells the directory of the system's libraries. Windows: GetSystemDirectory.
      *
      * @return the directory; empty when it is not there
-     * @throws ServiceException only when memory is short
+     * @throws ServiceException only {@link ServiceException#UNEXPECTED}, when memory is short for one
      */
     public native String getLibraryDirectory() throws ServiceException;
 
@@ -271,10 +274,11 @@ public class Win32FileServiceImpl {
     /**
      * Tells where the data of products is kept: {@link #win32GetCommonDirectory} when a file can be made
      * there, otherwise the user's application data. On Windows 95, 98 and ME it is always the former.
-     * Windows: GetTempFileName, SHGetSpecialFolderLocation.
+     * Windows: GetTempFileNameA, SHGetSpecialFolderLocation.
      *
      * @return the directory
-     * @throws ServiceException -30023, with 3 when the user's folder is unknown, 5 when it has no path
+     * @throws ServiceException -30023, with 3 when the user's folder is unknown, 5 when it has no path; -30022 as
+     *     {@link #win32GetCommonDirectory}
      */
     public native String win32GetVPDDirectory() throws ServiceException;
 
@@ -290,7 +294,9 @@ public class Win32FileServiceImpl {
 
     /**
      * Lets the system's boxes for critical errors (no disk in the drive) show, or not, for the whole
-     * process. Windows: SetErrorMode.
+     * process. The methods that look at a drive or write to a directory add 1 to the error mode meanwhile, on
+     * purpose: where boxes may show, none does for these, and where they are suppressed, as HotSpot's JVM does,
+     * one may. Windows: SetErrorMode.
      *
      * @param enable whether they may show
      * @return whether they were suppressed before

@@ -5,8 +5,10 @@ import com.corvane.wizard.service.ServiceException;
 /**
  * The system's list of programs.
  *
- * <p>An entry is a key of the registry below "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall", of
- * the machine; of the user where that user is no administrator (not on Windows 95, 98 and ME).
+ * <p>An entry is a key of the registry below {@code SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall}, of
+ * the machine; of the user where that user is no administrator (not on Windows 95, 98 and ME). To tell that,
+ * each call leaves a token handle open, as {@link Win32SecurityServiceImpl#isCurrentUserAdmin} does. A null
+ * text counts as empty.
  */
 public class Win32ProductServiceImpl {
 
@@ -18,7 +20,8 @@ public class Win32ProductServiceImpl {
      * Enters a product. Windows: RegCreateKeyEx, RegSetValueEx.
      *
      * @param keyName the name of the entry's key, of at most 63 characters: with a longer one only its
-     *     first 63 are made into a key, and the values fail with 2 (ERROR_FILE_NOT_FOUND)
+     *     first 63 are made into a key, and the values fail with 2 (ERROR_FILE_NOT_FOUND); an empty one is
+     *     refused with 87 (ERROR_INVALID_PARAMETER)
      * @param displayName what the list shows; cut to 63 characters, but on Windows 2000
      * @param uninstallString the command that removes the product
      * @throws ServiceException -90000; what was made before a failure stays
@@ -29,7 +32,7 @@ public class Win32ProductServiceImpl {
     /**
      * Removes the entries of a product; what is not there is not missed. Windows: RegDeleteKey.
      *
-     * @param keyName the name of an entry's key, cut to 63 characters
+     * @param keyName the name of an entry's key, cut to 63 characters; an empty one names none
      * @param otherKeyName the name of another, taken whole; it is removed first
      * @throws ServiceException -90001
      */

@@ -198,25 +198,34 @@ class DesktopTest {
         assertEquals(1, Call.only("IPersistFile::Save").number(2));
     }
 
-    /** On such a thread COM is started for the shortcut, which is announced then. */
+    /**
+     * On such a thread COM is started for the shortcut, which is announced then, and stopped again: the next
+     * shortcut finds it as the first did.
+     */
     @Test
     void aThreadWithoutCom() throws Exception {
-        String[] came = new String[1];
+        Outcome[] came = new Outcome[2];
         Thread thread = new Thread(() -> {
             begin(Windows.W10);
-            came[0] = Outcome.ofVoid(() -> desktop.createDesktopItem(top, "", "n", "C:\\x.exe", "", "", ""))
-                    .toString();
+            for (int index = 0; index < came.length; ++index) {
+                String name = "n" + index;
+                came[index] =
+                        Outcome.ofVoid(() -> desktop.createDesktopItem(top, "", name, "C:\\x.exe", "", "", ""));
+            }
             Hooks.disarm();
         });
         thread.start();
         thread.join();
-        assertEquals("returned nothing", came[0]);
-        assertArrayEquals(new String[] {"C:\\x.exe", "", "", ""}, Shortcut.read(folder.path("n.lnk")));
-        assertEquals(List.of(MAKE, CREATE),
-                Call.of("SHChangeNotify").stream().map(call -> call.number(0)).toList());
-        assertEquals(folder.path("n.lnk"), Call.of("SHChangeNotify").get(1).text(2));
-        assertEquals(1, Call.of("CoInitialize").size());
-        assertEquals(1, Call.of("CoUninitialize").size());
+        List<Call> told = Call.of("SHChangeNotify");
+        assertEquals(List.of(MAKE, CREATE, MAKE, CREATE), told.stream().map(call -> call.number(0)).toList());
+        for (int index = 0; index < came.length; ++index) {
+            String shortcut = folder.path("n" + index + ".lnk");
+            assertEquals("returned nothing", came[index].toString());
+            assertArrayEquals(new String[] {"C:\\x.exe", "", "", ""}, Shortcut.read(shortcut));
+            assertEquals(shortcut, told.get(2 * index + 1).text(2));
+        }
+        assertEquals(List.of(2, 2),
+                List.of(Call.of("CoInitialize").size(), Call.of("CoUninitialize").size()));
     }
 
     @ParameterizedTest

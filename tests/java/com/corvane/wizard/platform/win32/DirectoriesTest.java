@@ -199,6 +199,7 @@ class DirectoriesTest {
             assertEquals("C:\\Data", files.win32GetVPDDirectory());
             assertEquals(0x1A, Call.only("SHGetSpecialFolderLocation").number(1));
         }
+        folder.clear();  // of the probe that was not deleted
         begin(system);
         Hooks.fail("GetTempFileNameA", 1, 5);
         Hooks.fail("SHGetSpecialFolderLocation", 1, 0x80004005);

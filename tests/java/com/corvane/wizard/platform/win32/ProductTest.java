@@ -8,6 +8,7 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Call;
 import com.corvane.testing.Hooks;
+import com.corvane.testing.SystemTool;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import java.util.List;
@@ -118,6 +119,28 @@ class ProductTest {
         beNobody();
         product.win32UnregisterUninstaller("Corvane", "");
         assertFalse(isListed(USER, "Corvane"));
+    }
+
+    /** The system's own program prints the key and the name of each. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "XP"})
+    void theSystemListsIt(Windows system) throws Exception {
+        String line = "Corvane|||The product's name";
+        for (boolean nobody : new boolean[] {false, true}) {
+            for (boolean add : new boolean[] {true, false}) {
+                begin(system);
+                if (nobody) {
+                    beNobody();
+                }
+                if (add) {
+                    product.win32RegisterUninstaller("Corvane", "The product's name", COMMAND);
+                } else {
+                    product.win32UnregisterUninstaller("Corvane", "");
+                }
+                List<String> listed = SystemTool.lines("uninstaller.exe", "--list");
+                assertEquals(add, listed.contains(line), listed.toString());
+            }
+        }
     }
 
     /** It would be the whole list. */

@@ -1,0 +1,36 @@
+package com.corvane.demo;
+
+import java.util.Collection;
+import java.util.LinkedHashMap;
+import java.util.Map;
+import java.util.regex.Pattern;
+
+/** What changes without the installation: the lines that a {@link Snapshot} leaves out, and why. */
+final class OwnChanges {
+    private static final Map<Pattern, String> REASONS = new LinkedHashMap<>();
+
+    static {
+        leaveOut("\\[HKEY_LOCAL_MACHINE\\\\System\\\\.*\\\\Control\\\\Video\\\\\\{.*",
+                "the display adapter, which Windows enters under a new name at each start");
+        leaveOut("\\[HKEY_LOCAL_MACHINE\\\\.*\"DriverDateData\"=.*",
+                "the date of its driver, which is that of the start");
+        leaveOut("\\[HKEY_CURRENT_USER\\\\Console[\\]\\\\].*",
+                "the looks of console windows, written when a program opens the first one");
+        leaveOut(".*\\\\corvane_win32-\\d+\\.dll .*",
+                "the library's unpacked copies, in use as long as it runs; removed another day");
+    }
+
+    private OwnChanges() {}
+
+    private static void leaveOut(String lines, String reason) {
+        REASONS.put(Pattern.compile(lines, Pattern.CASE_INSENSITIVE), reason);
+    }
+
+    static boolean contain(String line) {
+        return REASONS.keySet().stream().anyMatch(lines -> lines.matcher(line).matches());
+    }
+
+    static Collection<String> reasons() {
+        return REASONS.values();
+    }
+}

@@ -1,0 +1,97 @@
+package com.corvane.demo;
+
+import static com.corvane.demo.Product.PROGRAM;
+import static com.corvane.demo.Product.installed;
+
+import com.corvane.util.FileAttributes;
+import com.corvane.wizard.platform.win32.Win32DesktopServiceImpl;
+import com.corvane.wizard.service.ServiceException;
+import java.io.IOException;
+import java.nio.charset.StandardCharsets;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.stream.Stream;
+
+/**
+ * The product's shortcuts in the Start menu and on the desktop, of the user and of all users, and
+ * each of them started. {@link UninstallationChapter} takes them away.
+ */
+final class ShortcutsChapter implements Chapter {
+    private final Win32DesktopServiceImpl desktop = new Win32DesktopServiceImpl();
+
+    @Override
+    public String name() {
+        return "Start menu and desktop: the product's shortcuts";
+    }
+
+    @Override
+    public void run(Stage stage) throws IOException {
+        makeGroup(stage);
+        Shortcut.ALL.forEach(shortcut -> make(stage, shortcut));
+        setAttributes(stage);
+        showFolder(stage);
+        Shortcut.ALL.forEach(shortcut -> start(stage, shortcut));
+    }
+
+    private void makeGroup(Stage stage) {
+        Shortcut first = Shortcut.ALL.get(0);
+        stage.scene("A program group in the user's Start menu");
+        stage.does("create " + first.folder + '\\' + first.group,
+                () -> desktop.createDesktopFolder(first.folder, first.group));
+        stage.gives("it is there", true, () -> Files.isDirectory(first.file().getParent()));
+    }
+
+    private void make(Stage stage, Shortcut shortcut) {
+        stage.scene(shortcut.shown());
+        stage.does("create the shortcut", () -> desktop.createDesktopItem(
+                shortcut.folder, shortcut.group, shortcut.name, installed(PROGRAM),
+                shortcut.arguments(), installed(PROGRAM), Product.FOLDER.toString()));
+        stage.gives("it is there", true, () -> Files.isRegularFile(shortcut.file()));
+        stage.gives("the program, its folder and arguments are in it", true,
+                () -> Stream.of(installed(PROGRAM), Product.FOLDER.toString(), shortcut.arguments())
+                        .allMatch(contentOf(shortcut.file())::contains));
+    }
+
+    /** A shortcut's texts are stored in 16 bits a character, from any byte on. */
+    private static String contentOf(Path file) throws IOException {
+        byte[] all = Files.readAllBytes(file);
+        return new String(all, StandardCharsets.UTF_16LE)
+                + new String(all, 1, all.length - 1, StandardCharsets.UTF_16LE);
+    }
+
+    private void setAttributes(Stage stage) throws IOException {
+        Shortcut shortcut = Shortcut.READ_ONLY;
+        FileAttributes attributes = new FileAttributes();
+        attributes.setAttributeState(FileAttributes.ARCHIVE, true);
+        stage.scene("Attributes and owner of " + shortcut.shown());
+        stage.gives("it may be written", true, () -> isWriteable(shortcut));
+        stage.does("make it read-only", () -> desktop.setDesktopItemAttributes(
+                shortcut.folder, shortcut.group, shortcut.name, attributes));
+        stage.gives("it may be written", false, () -> isWriteable(shortcut));
+        stage.gives("as the JDK sees it", true,
+                () -> Files.getAttribute(shortcut.file(), "dos:readonly"));
+        stage.gives("its owner, which the JDK sees, too", Accounts.ownerOf(shortcut.file()),
+                () -> desktop.getDesktopItemOwner(shortcut.folder, shortcut.group, shortcut.name));
+    }
+
+    private boolean isWriteable(Shortcut shortcut) throws ServiceException {
+        return desktop.getDesktopItemAttributes(shortcut.folder, shortcut.group, shortcut.name)
+                .getAttributeState(FileAttributes.OWNER_WRITEABLE);
+    }
+
+    private void showFolder(Stage stage) {
+        Shortcut shortcut = Shortcut.READ_ONLY;
+        stage.scene("The group for all users as the system's own tool shows it");
+        String answer = stage.run("cmd", "/c", "dir", "/b", shortcut.file().getParent().toString());
+        stage.gives("the shortcut is all of it", shortcut.name + ".lnk", answer::trim);
+    }
+
+    /** The shell returns before the program has ended. */
+    private void start(Stage stage, Shortcut shortcut) {
+        stage.scene("The shell opens " + shortcut.shown());
+        stage.run("cmd", "/c", "start", "", shortcut.file().toString());
+        stage.gives("the program ran, in its folder", Product.FOLDER.toString(),
+                () -> Trace.take(shortcut.trace()));
+        stage.gives("what it left is removed", false, () -> Files.exists(shortcut.trace()));
+    }
+}
