@@ -12,6 +12,7 @@ namespace {
 
 using Export = jlong (*)(JNIEnv*, jobject, jint, jstring, jstring, jboolean);
 using FileExport = jint (*)(JNIEnv*, jobject, jstring, jstring, jboolean);
+using FileTextExport = jstring (*)(JNIEnv*, jobject, jstring);
 
 template <class Function = Export>
 Function exported(const std::string& method, const std::string& type = "Win32RegistryServiceImpl") {
@@ -68,6 +69,18 @@ JNIEXPORT jint JNICALL Java_com_corvane_testing_Direct_fileResult(JNIEnv* env,
   return bed::orThrow(env, [&] {
     const auto call = exported<FileExport>(bed::narrow(env, method), "Win32FileServiceImpl");
     const jint result = call(env, type, first, second, last);
+    dropException(env);
+    return result;
+  });
+}
+
+JNIEXPORT jstring JNICALL Java_com_corvane_testing_Direct_fileText(JNIEnv* env,
+                                                                   jclass type,
+                                                                   jstring method,
+                                                                   jstring parameter) {
+  return bed::orThrow(env, [&] {
+    const auto call = exported<FileTextExport>(bed::narrow(env, method), "Win32FileServiceImpl");
+    jstring const result = call(env, type, parameter);
     dropException(env);
     return result;
   });

@@ -16,4 +16,7 @@ public final class Direct {
 
     /** What a native of Win32FileServiceImpl returns; of its parameters, the first ones count. */
     public static native int fileResult(String method, String first, String second, boolean last);
+
+    /** The text that a native of Win32FileServiceImpl returns; not all have a parameter. */
+    public static native String fileText(String method, String parameter);
 }

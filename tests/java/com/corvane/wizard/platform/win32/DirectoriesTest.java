@@ -7,6 +7,7 @@ import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Call;
+import com.corvane.testing.Direct;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
@@ -31,6 +32,7 @@ class DirectoriesTest {
         Hooks.reset();
         system.use();
         Hooks.captureText(system.function("CreateFile"), 0);
+        Hooks.answer("SetErrorMode", 5);
         Hooks.arm();
     }
 
@@ -53,6 +55,7 @@ class DirectoriesTest {
                 List.of(1, 2, 3, 4, 5, 6).stream().map(call::number).toList());
         assertEquals(List.of("", "zq_test0.txt"), folder.names());
         assertEquals("taken", folder.content("zq_test0.txt"));
+        assertEquals(List.of(0, 6, 5), Call.of("SetErrorMode").stream().map(mode -> mode.number(0)).toList());
 
         for (String[] ends : new String[][] {{"\\", "\\zq_test2.txt"}, {"/", "/\\zq_test2.txt"}}) {
             begin(system);
@@ -78,6 +81,7 @@ class DirectoriesTest {
             begin(system);
             assertFalse(isWritable(directory));
             assertEquals(1, Call.of(create).size());
+            assertEquals(-1, Call.only("CloseHandle").word(0));
         }
         begin(system);
         Hooks.fail(create, 1, 19);
@@ -89,10 +93,10 @@ class DirectoriesTest {
         }
     }
 
-    /** Gives the directory, which is this one, in two steps. */
+    /** Gives the directory, which is this one, in two steps; it fills its buffer, and its end is cut. */
     private static void answerDirectory(Windows system, String function, int place) {
         Hooks.answer(function, DIRECTORY.length() + 1);
-        Hooks.answer(function, DIRECTORY.length(), place, system.encode(DIRECTORY + "\0"));
+        Hooks.answer(function, DIRECTORY.length(), place, system.encode(DIRECTORY + "X"));
     }
 
     private static void assertSizes(String function, int place) {
@@ -124,9 +128,11 @@ class DirectoriesTest {
         assertEquals(DIRECTORY, files.win32GetWindowsDirectory());
         assertSizes(windows, 1);
         assertEquals(List.of(), Call.of(exists));
-        begin(system);
-        Hooks.fail(windows, 1, 14);
-        assertFails(-60000, 14, files::win32GetWindowsDirectory);
+        for (int error : new int[] {14, 5, Hooks.NO_ERROR}) {
+            begin(system);
+            Hooks.fail(windows, 1, error);
+            assertFails(-60000, Math.max(error, 0), files::win32GetWindowsDirectory);
+        }
 
         String library = system.function("GetSystemDirectory");
         begin(system);
@@ -208,5 +214,12 @@ class DirectoriesTest {
         Hooks.fail("GetTempFileNameA", 1, 5);
         Hooks.fail("SHGetPathFromIDListA", 1, 0);
         assertFails(-30023, 5, files::win32GetVPDDirectory);
+        for (String failing : List.of("SHGetSpecialFolderLocation", "SHGetPathFromIDListA")) {
+            begin(system);
+            Hooks.answerValue(1, system.encode(common + "\0"));
+            Hooks.fail("GetTempFileNameA", 1, 5);
+            Hooks.fail(failing, 1, 0x80004005);
+            assertEquals(common, Direct.fileText("win32GetVPDDirectory", null));
+        }
     }
 }

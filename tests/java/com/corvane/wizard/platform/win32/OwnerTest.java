@@ -36,7 +36,12 @@ class OwnerTest {
     private static void begin() {
         Hooks.reset();
         Windows.W10.use();
+        Hooks.captureText("GetProcAddress", 1);
         Hooks.arm();
+    }
+
+    private static List<String> lookedUp() {
+        return Call.of("GetProcAddress").stream().map(call -> call.text(1)).toList();
     }
 
     private static void answerDescriptor(boolean owner) {
@@ -59,6 +64,7 @@ class OwnerTest {
             answerSizes();
             Hooks.answer("LookupAccountSidW", 1, new int[] {2, 4}, utf16("Administrators\0"), utf16("BUILTIN\0"));
             assertEquals("Administrators", owner ? files.getFileOwner(PATH) : files.getFileOwnerGroup(PATH));
+            assertEquals(List.of("GetNamedSecurityInfoW", "LookupAccountSidW"), lookedUp());
             Call read = Call.only("GetNamedSecurityInfoW");
             assertEquals(PATH, read.text(0));
             assertEquals(List.of(1, owner ? 1 : 2), List.of(read.number(1), read.number(2)));
@@ -132,11 +138,20 @@ class OwnerTest {
 
     @Test
     void failuresOfWriting() {
-        for (String function : List.of("LookupAccountNameW", "SetNamedSecurityInfoW", "SetFileSecurityW")) {
+        List<String> functions = List.of("LookupAccountNameW", "SetNamedSecurityInfoW", "SetFileSecurityW");
+        for (String function : functions) {
             begin();
             Hooks.hide(function);
             assertFails(-30013, 127, () -> files.setFileOwner(PATH, "Administrators"));
             assertEquals(List.of(), Call.of("LookupAccountNameW"));
+            assertEquals(functions.subList(0, functions.indexOf(function) + 1), lookedUp());
+        }
+        for (String step : List.of("InitializeSecurityDescriptor", "SetSecurityDescriptorOwner",
+                "IsValidSecurityDescriptor")) {
+            begin();
+            Hooks.fail(step, 1, 1338);
+            assertFails(-30013, 1338, () -> files.setFileOwner(PATH, "Administrators"));
+            assertEquals(List.of(), Call.of("SetFileSecurityW"));
         }
         begin();
         Hooks.refuse("LookupAccountNameW", 1332, new int[0]);

@@ -2,9 +2,12 @@ package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Bytes.number;
 import static com.corvane.testing.Outcome.assertFails;
+import static com.corvane.testing.RawRegistry.deleteTree;
+import static com.corvane.testing.RawRegistry.dump;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertTrue;
+import static org.junit.jupiter.api.Assumptions.assumeTrue;
 
 import com.corvane.testing.Call;
 import com.corvane.testing.Hooks;
@@ -68,8 +71,15 @@ class ProductTest {
     @ParameterizedTest
     @EnumSource(names = {"W98", "NT4", "W2000", "XP"})
     void anEntryComesAndGoes(Windows system) throws Exception {
+        String set = system.function("RegSetValueEx");
         begin(system);
+        Hooks.captureText(set, 1);
+        if (system.isAnsi()) {
+            beNobody();  // which is no question there
+        }
         product.win32RegisterUninstaller(KEY, LONG_NAME, COMMAND);
+        assertEquals(List.of("DisplayName", "UninstallString"),
+                Call.of(set).stream().map(call -> call.text(1)).toList());
         begin(system);
         String shown = system == Windows.W2000 ? LONG_NAME : LONG_NAME.substring(0, 63);
         assertEquals(shown, value(MACHINE, KEY, "DisplayName"));
@@ -80,8 +90,15 @@ class ProductTest {
         product.win32UnregisterUninstaller(LONG_KEY, "no such product");
         assertFalse(isListed(MACHINE, KEY));
         product.win32RegisterUninstaller("Corvane", "", null);
-        product.win32UnregisterUninstaller("no such product", "Corvane");
-        assertFalse(isListed(MACHINE, "Corvane"));
+        Call none = Call.of(set).get(1);
+        assertEquals(List.of(0L, 0L), List.of(none.word(4), (long) none.number(5)), "no command: no data");
+        product.win32RegisterUninstaller(KEY, "", "");
+        String delete = system.function("RegDeleteKey");
+        begin(system);
+        Hooks.captureText(delete, 1);
+        product.win32UnregisterUninstaller("Corvane", KEY);
+        assertEquals(List.of(KEY, "Corvane"), Call.of(delete).stream().map(call -> call.text(1)).toList());
+        assertFalse(isListed(MACHINE, "Corvane") || isListed(MACHINE, KEY));
         product.win32UnregisterUninstaller("no such product", "nor such a one");
     }
 
@@ -107,18 +124,24 @@ class ProductTest {
     void anOrdinaryUserHasAListOfTheirOwn() throws Exception {
         begin(Windows.XP);
         boolean hadList = registry.keyExists(USER, LIST);
-        begin(Windows.XP);
-        Hooks.captureText("RegCreateKeyExW", 1);
-        beNobody();
-        product.win32RegisterUninstaller("Corvane", "name", COMMAND);
-        List<String> made = Call.of("RegCreateKeyExW").stream().map(call -> call.text(1)).toList();
-        assertEquals(hadList ? List.of("Corvane") : List.of("Uninstall", "Corvane"), made);
-        assertEquals("name", value(USER, "Corvane", "DisplayName"));
-        assertFalse(isListed(MACHINE, "Corvane"));
-        begin(Windows.XP);
-        beNobody();
-        product.win32UnregisterUninstaller("Corvane", "");
-        assertFalse(isListed(USER, "Corvane"));
+        assumeTrue(dump(LIST).equals("[" + LIST + "]\n"), "the list of the user is in use");
+        deleteTree(LIST);
+        for (List<String> made : List.of(List.of("Uninstall", "Corvane"), List.of("Corvane"))) {
+            begin(Windows.XP);
+            Hooks.captureText("RegCreateKeyExW", 1);
+            beNobody();
+            product.win32RegisterUninstaller("Corvane", "name", COMMAND);
+            assertEquals(made, Call.of("RegCreateKeyExW").stream().map(call -> call.text(1)).toList());
+            assertEquals("name", value(USER, "Corvane", "DisplayName"));
+            assertFalse(isListed(MACHINE, "Corvane"));
+            begin(Windows.XP);
+            Hooks.fail("OpenThreadToken", 1, 5);  // who cannot be known is nobody either
+            product.win32UnregisterUninstaller("Corvane", "");
+            assertFalse(isListed(USER, "Corvane"));
+        }
+        if (!hadList) {
+            deleteTree(LIST);
+        }
     }
 
     /** The system's own program prints the key and the name of each. */

@@ -146,6 +146,10 @@ class SecurityTest {
         Hooks.fail("AllocateAndInitializeSid", 1, 14);
         assertFails(CODE, 14, security::isCurrentUserAdmin);
         assertEquals(List.of(), Call.of("FreeSid"));
+        begin(Windows.W10);
+        Hooks.fail("GetTokenInformation", 2, 31);
+        Hooks.fail("AllocateAndInitializeSid", 1, 14);
+        assertFails(CODE, 14, security::isCurrentUserAdmin);
         for (String function : FUNCTIONS) {
             begin(Windows.W10);
             Hooks.hide(function);
@@ -159,6 +163,21 @@ class SecurityTest {
         begin(Windows.ME);
         assertTrue(security.isCurrentUserAdmin());
         assertEquals(List.of(), lookedUp());
+        assertEquals(List.of(), Call.of("GetModuleHandleW"));
+    }
+
+    /** Its users are asked for; their privileges are not. */
+    @Test
+    void aWindowsThatDoesNotTellWhatItIs() throws Exception {
+        begin(Windows.W10);
+        Windows.useUnknown();
+        answerGroups();
+        assertFalse(security.isCurrentUserAdmin());
+        begin(Windows.W10);
+        Windows.useUnknown();
+        Hooks.answer("SetFileSecurityW", 1);
+        new Win32FileServiceImpl().setFileOwner("C:\\", "Administrators");
+        assertEquals(List.of("LookupAccountNameW", "SetNamedSecurityInfoW", "SetFileSecurityW"), lookedUp());
         assertEquals(List.of(), Call.of("GetModuleHandleW"));
     }
 

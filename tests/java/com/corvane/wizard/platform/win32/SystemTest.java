@@ -10,6 +10,7 @@ import com.corvane.testing.Windows;
 import java.nio.ByteBuffer;
 import java.nio.ByteOrder;
 import java.util.List;
+import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
 import org.junit.jupiter.params.ParameterizedTest;
@@ -21,6 +22,7 @@ class SystemTest {
 
     private static final int TEXT_AT = 20;
     private static final int PLATFORM_AT = 16;
+    private static final long THIS_PROCESS = -1;
 
     private final Win32SystemUtilServiceImpl system = new Win32SystemUtilServiceImpl();
 
@@ -83,14 +85,14 @@ class SystemTest {
             Hooks.captureText(kind, 0);
             Hooks.captureText(open, 1);
             Hooks.captureText(query, 1);
-            Hooks.answerValue(1, windows.encode("Q:\\Boot\0"));
+            Hooks.answerValue(type % 2 + 1, windows.encode("%PATH%:\\Boot\0"));  // which is not expanded
             Hooks.answer(kind, type);
             if (type < 2) {
                 assertFails(-70009, 0xFFFFFFFFL, system::getBootDirectory);
             } else {
-                assertEquals("Q:\\Boot", system.getBootDirectory());
+                assertEquals("%PATH%:\\Boot", system.getBootDirectory());
             }
-            assertEquals("Q:\\Boot", Call.only(kind).text(0));
+            assertEquals("%PATH%:\\Boot", Call.only(kind).text(0));
             assertEquals("BootDir", Call.of(query).get(0).text(1));
             assertEquals("SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Setup", Call.only(open).text(1));
             assertEquals(0x80000002, Call.only(open).number(0));
@@ -113,8 +115,9 @@ class SystemTest {
             Hooks.answer("GetSystemInfo", 0, 0, info);
             Hooks.answer("SetProcessAffinityMask", 0);
             new Win32WizardInitializeServiceImpl().setProcessAffinity();
-            List<Long> set = Call.of("SetProcessAffinityMask").stream().map(call -> call.word(1)).toList();
-            assertEquals(mask[1] == 0 ? List.of() : List.of(mask[1]), set);
+            List<Long> set = Call.of("SetProcessAffinityMask").stream()
+                    .flatMap(call -> Stream.of(call.word(0), call.word(1))).toList();
+            assertEquals(mask[1] == 0 ? List.of() : List.of(THIS_PROCESS, mask[1]), set);
         }
         begin(Windows.W98);
         Hooks.hide("SetProcessAffinityMask");

@@ -5,8 +5,10 @@ import static com.corvane.testing.Bytes.word;
 import static com.corvane.testing.Outcome.assertFails;
 import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertNotEquals;
 
 import com.corvane.testing.Call;
+import com.corvane.testing.Direct;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
@@ -48,6 +50,10 @@ class VolumeTest {
             assertEquals(kinds[kind], files.getPartitionType(ROOT));
             assertEquals(ROOT, Call.only("GetDriveTypeA").text(0));
         }
+        begin(system);
+        Hooks.answer("GetDriveTypeA", 3);
+        assertEquals(1, files.getPartitionType(null), "no drive is the current one");
+        assertEquals(0, Call.only("GetDriveTypeA").word(0));
     }
 
     @ParameterizedTest
@@ -91,6 +97,8 @@ class VolumeTest {
         Hooks.answer(function, 12, 1, system.encode("A:\\\0C:\\\0D:\\\0\0"));
         assertArrayEquals(new String[] {"A:\\", "C:\\", "D:\\"}, files.getPartitionNames());
         assertEquals(List.of(0, 14), Call.of(function).stream().map(call -> call.number(0)).toList());
+        assertNotEquals(0, Call.only("NewObjectArray").word(3), "what the elements are at first");
+        assertEquals(0, Call.of("NewString").get(0).number(2), "the length of that text");
         begin(system);
         Hooks.answer(function, 1);
         Hooks.answer(function, 0);
@@ -109,10 +117,15 @@ class VolumeTest {
         assertEquals(ROOT, call.text(0));
         assertEquals(List.of(0L, 0L, 256L), List.of(call.word(1), call.word(3), (long) call.number(7)));
         assertErrorModeKept();
+        for (int error : new int[] {21, Hooks.NO_ERROR}) {
+            begin(system);
+            Hooks.fail(function, 1, error);
+            assertFails(-30010, Math.max(error, 0), () -> files.getPartitionFormat(ROOT));
+            assertErrorModeKept();
+        }
         begin(system);
         Hooks.fail(function, 1, 21);
-        assertFails(-30010, 21, () -> files.getPartitionFormat(ROOT));
-        assertErrorModeKept();
+        assertEquals("", Direct.fileText("getPartitionFormat", ROOT));
 
         for (int longest : new int[] {254, 255, 260}) {
             begin(system);

@@ -59,6 +59,19 @@ class Win32LibraryTest {
         assertTrue(complaint.contains("corvane.win32.library") && complaint.contains("no such file.dll"), complaint);
     }
 
+    /** On a thread that has started COM otherwise, and nothing is begun. */
+    @Test
+    void whereComCannotBeStartedNoShortcutIsMade() throws Exception {
+        String said = load(option("corvane.win32.library"), option("corvane.test.support"));
+        assertTrue(said.startsWith("loaded, answers true") && said.contains("ServiceException -80002")
+                && said.endsWith(" (2147549446)"), said);
+        assertEquals(0, temporary.toFile().list().length);
+    }
+
+    private static String option(String property) {
+        return "-D" + property + "=" + System.getProperty(property);
+    }
+
     @Test
     void anotherSystemIsToldWhatIsMissing() {
         Win32Library.requireWindows("Windows Server 2022", "amd64");
