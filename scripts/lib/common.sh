@@ -18,14 +18,28 @@ for part in versions packages downloads locale wine java build lint report libra
 done
 unset part
 
-# start_run: for scripts that set up and build. All tools speak one language, and two runs in one
-# cache wait for each other: the end of a run stops every Windows program of the prefix.
+# usage [ARGUMENTS]: how the script is called; ends it.
+usage() {
+  die "Usage: scripts/$(basename "$0") ${1:-(without arguments)}"
+}
+
+no_arguments() {
+  [ $# -eq 0 ] || usage
+}
+
+# start_run "$@": for scripts without arguments that set up and build. All tools speak one language,
+# and two runs in one cache wait for each other: the end of a run stops every Windows program of the
+# prefix.
 start_run() {
+  no_arguments "$@"
   export LC_ALL=C.UTF-8
   step_log=$(mktemp)
   trap end_run EXIT
   exec 9>"$cache/lock"
-  flock --nonblock 9 || { echo "Waiting for another run that uses $cache" && flock 9; }
+  flock --nonblock 9 || {
+    echo "Waiting for another run that uses $cache; goes on by itself"
+    flock 9
+  }
 }
 
 end_run() {

@@ -19,6 +19,11 @@ wine() {
   "$(wine_tool wine)" "$@" 9>&-
 }
 
+# wine_version: such as 8.0; what a distribution adds in brackets is left out.
+wine_version() {
+  wine --version | sed 's/^wine-//; s/ .*//'
+}
+
 wine_server() {
   "$(wine_tool wineserver)" "$@" 9>&-
 }
@@ -29,7 +34,7 @@ start_wine() {
   [ -f "$WINEPREFIX/$prefix_ready" ] || step "Setting up the Wine prefix $WINEPREFIX" make_prefix
   wine_started=yes
   if ! wine_server -p; then
-    echo "Waiting for a Windows program that runs in $WINEPREFIX"
+    echo "Waiting for a Windows program that runs in $WINEPREFIX; goes on by itself"
     wine_server -w
     wine_server -p
   fi

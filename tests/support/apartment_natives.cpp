@@ -9,9 +9,13 @@
 
 // The native of com.corvane.testing.Apartment; what it does is said there.
 
-JNIEXPORT void JNICALL Java_com_corvane_testing_Apartment_joinMultithreaded(JNIEnv* env, jclass) {
-  bed::orThrow(env, [] {
-    if (FAILED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {
+JNIEXPORT void JNICALL Java_com_corvane_testing_Apartment_start(JNIEnv* env,
+                                                                jclass,
+                                                                jboolean multithreaded) {
+  bed::orThrow(env, [&] {
+    const DWORD model =
+        multithreaded != JNI_FALSE ? COINIT_MULTITHREADED : COINIT_APARTMENTTHREADED;
+    if (FAILED(CoInitializeEx(nullptr, model))) {
       throw std::runtime_error("COM is started otherwise on this thread");
     }
   });

@@ -23,7 +23,7 @@ final class InstallationRows implements RowGroup {
     private static final String CURRENT_VERSION =
             "SOFTWARE\\Microsoft\\Windows\\CurrentVersion";
 
-    /** Each call of the check leaves a token open: some thousands in all rounds will do. */
+    /** Each call of the check leaves a token open: some ten thousand in the run will do. */
     private static final int CHECKS_A_ROUND = 8;
 
     private final Win32FileServiceImpl files = new Win32FileServiceImpl();

@@ -7,17 +7,21 @@ import java.util.function.IntToDoubleFunction;
 import java.util.stream.IntStream;
 
 /**
- * Times several works against each other. Each round times all of them, forwards and backwards in
- * turn, so that a machine that grows slower or faster does so for all alike.
+ * Times several works against each other. Each is warmed up first, for an installer calls in a JVM
+ * that runs already. Then each round times all of them, forwards and backwards in turn, so that a
+ * machine that grows slower or faster does so for all alike.
  */
 final class Rounds {
+    /** Enough calls to load the classes and to compile what the work runs over and over. */
+    static final long WARM_NANOS = 500_000_000;
+
     private static final long BATCH_NANOS = 2_000_000;
 
     /** A row that takes longer has fewer rounds. */
     private static final long ROW_NANOS = 10_000_000_000L;
 
-    /** One forwards, one backwards. */
-    private static final int FEWEST = 2;
+    /** Two forwards, two backwards. */
+    private static final int FEWEST = 4;
 
     private final int count;
 
@@ -28,22 +32,15 @@ final class Rounds {
     Samples time(List<Timed> works) throws Exception {
         int[] batches = new int[works.size()];
         for (int i = 0; i < batches.length; i++) {
-            batches[i] = batchOf(works.get(i));
+            batches[i] = warmBatchOf(works.get(i));
         }
-        repeat(works, batches, 0, count / 4, ROW_NANOS / 8); // warms up
-        return new Samples(repeat(works, batches, FEWEST, count, ROW_NANOS));
-    }
-
-    /** Rounds until there are {@code most}, or {@code fewest} when the time is over. */
-    private static double[][] repeat(
-            List<Timed> works, int[] batches, int fewest, int most, long nanos) throws Exception {
         List<double[]> rounds = new ArrayList<>();
         long start = System.nanoTime();
-        while (rounds.size() < most
-                && (rounds.size() < fewest || System.nanoTime() - start < nanos)) {
+        while (rounds.size() < count
+                && (rounds.size() < FEWEST || System.nanoTime() - start < ROW_NANOS)) {
             rounds.add(round(works, batches, rounds.size() % 2 == 0));
         }
-        return rounds.toArray(double[][]::new);
+        return new Samples(rounds.toArray(double[][]::new));
     }
 
     private static double[] round(List<Timed> works, int[] batches, boolean forwards)
@@ -56,12 +53,19 @@ final class Rounds {
         return nanos;
     }
 
-    /** As many calls as fill a batch, or as may be made at once. */
-    private static int batchOf(Timed work) throws Exception {
+    /**
+     * Warms the work up; tells as many calls as fill a batch, or as may be made at once. The warm
+     * calls decide: the first, which loads classes, would fill a batch alone, and so would one that
+     * waits for a processor.
+     */
+    private static int warmBatchOf(Timed work) throws Exception {
         int calls = 1;
-        while (calls < work.most() && nanos(work, calls) < BATCH_NANOS) {
-            calls *= 2;
-        }
+        long start = System.nanoTime();
+        do {
+            if (nanos(work, calls) < BATCH_NANOS && calls < work.most()) {
+                calls *= 2;
+            }
+        } while (System.nanoTime() - start < WARM_NANOS);
         return calls;
     }
 
@@ -79,8 +83,15 @@ final class Rounds {
      * @param nanos for each round the nanoseconds a call of each work
      */
     record Samples(double[][] nanos) {
+        private static final int FEW = 20;
+
         int count() {
             return nanos.length;
+        }
+
+        /** Too few for a median that the load of the machine does not move. */
+        boolean few() {
+            return count() < FEW;
         }
 
         double median(int work) {

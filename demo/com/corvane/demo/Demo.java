@@ -3,7 +3,9 @@ package com.corvane.demo;
 import com.corvane.wizard.platform.win32.Win32Library;
 import java.io.FileDescriptor;
 import java.io.FileOutputStream;
+import java.io.IOException;
 import java.io.PrintStream;
+import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.Collections;
 import java.util.LinkedHashMap;
@@ -38,28 +40,49 @@ public final class Demo {
     private Demo() {}
 
     public static void main(String[] arguments) throws Exception {
-        List<Supplier<Chapter>> chapters = CHAPTERS.get(String.join(" ", arguments));
-        if (chapters == null) {
+        String argument = String.join(" ", arguments);
+        int part = new ArrayList<>(CHAPTERS.keySet()).indexOf(argument);
+        if (part < 0) {
             System.err.println("One of these arguments, or none: " + CHAPTERS.keySet());
             System.exit(2);
         }
         // The texts of an installer are in many languages, whatever the console's code page is.
         PrintStream out = new PrintStream(new FileOutputStream(FileDescriptor.out), true, "UTF-8");
         Stage stage = new Stage(out);
+        Tally tally = Tally.takenBy(part);
+        play(stage, CHAPTERS.get(argument));
+        if (stage.allAsExpected()) {
+            close(out, part, tally, stage.steps());
+        }
+        System.exit(stage.allAsExpected() ? 0 : 1);
+    }
+
+    private static void play(Stage stage, List<Supplier<Chapter>> chapters) {
         stage.play(new Opening());
         if (stage.allAsExpected()) {
             chapters.forEach(chapter -> stage.play(chapter.get()));
         }
         stage.close();
-        System.exit(stage.allAsExpected() ? 0 : 1);
+    }
+
+    /** After a part that came out as expected: the last one says what all of them have shown. */
+    private static void close(PrintStream out, int part, Tally tally, int steps)
+            throws IOException {
+        if (part + 1 < CHAPTERS.size()) {
+            tally.leave(steps);
+        } else if (tally.isWhole()) {
+            out.printf("%n%d steps in %d parts, all as expected; the registry and the disk are as "
+                            + "before,%nbut for what is named above.%n",
+                    tally.with(steps), CHAPTERS.size());
+        }
     }
 
     /** Says where the demonstration runs, and loads the library that all chapters need. */
     private static final class Opening implements Chapter {
         @Override
         public String name() {
-            return "Java " + System.getProperty("java.version") + " on "
-                    + System.getProperty("os.name") + " (" + System.getProperty("os.arch") + ")";
+            return "Java " + System.getProperty("java.version") + " ("
+                    + System.getProperty("os.arch") + ") on " + Host.name();
         }
 
         @Override

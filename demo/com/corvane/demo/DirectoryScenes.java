@@ -23,11 +23,11 @@ final class DirectoryScenes {
         stage.scene("The standard directories");
         isAt(stage, "temporary files", TEMP, files::getTempDirectory);
         isAt(stage, "Windows", WINDOWS, files::win32GetWindowsDirectory);
-        isAt(stage, "its libraries", WINDOWS.resolve("system32"), files::getLibraryDirectory);
+        isAt(stage, "Windows' libraries", WINDOWS.resolve("system32"), files::getLibraryDirectory);
         isAt(stage, "programs", Paths.get(System.getenv("ProgramFiles")),
                 files::getStandardInstallDirectory);
-        isAt(stage, "what programs share", COMMON, files::win32GetCommonDirectory);
-        isAt(stage, "data of products: there, if a file can be made", data,
+        isAt(stage, "the shared directory", COMMON, files::win32GetCommonDirectory);
+        isAt(stage, "product data: the shared directory, if writable", data,
                 files::win32GetVPDDirectory);
         tryOut(stage);
     }

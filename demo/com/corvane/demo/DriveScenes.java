@@ -38,12 +38,13 @@ final class DriveScenes {
 
     private void showDrive(Stage stage) throws Exception {
         FileStore store = Files.getFileStore(Paths.get(drive));
-        stage.gives(drive + " is a fixed drive", FIXED, () -> files.getPartitionType(drive));
+        stage.gives("the kind of " + drive + " (1: a fixed drive)", FIXED,
+                () -> files.getPartitionType(drive));
         stage.gives("its format", store.type(), () -> files.getPartitionFormat(drive));
-        stage.gives("its free space is what the JDK tells", true, () -> isAbout(
+        stage.gives("its free space (the JDK says about the same)", true, () -> isAbout(
                 store.getUsableSpace(), files.getPartitionFreeSpace(drive)));
         stage.tells(files.getPartitionFreeSpace(drive) + " bytes");
-        stage.gives("a name may have " + LONGEST_NAME + " characters, as tried out",
+        stage.gives("takes names of " + LONGEST_NAME + " characters (one was tried)",
                 takesLongName(), () -> files.supportsLongFileNames(drive));
     }
 
@@ -59,7 +60,8 @@ final class DriveScenes {
 
     private void failOnPurpose(Stage stage, String missing) {
         stage.scene("A drive that is not there");
-        stage.gives("the type of " + missing, NONE, () -> files.getPartitionType(missing));
+        stage.gives("the kind of " + missing + " (-1: none)", NONE,
+                () -> files.getPartitionType(missing));
         stage.refuses("its format", FORMAT_UNKNOWN, PATH_NOT_FOUND,
                 () -> files.getPartitionFormat(missing));
         stage.refuses("its free space", SPACE_UNKNOWN, PATH_NOT_FOUND,

@@ -48,7 +48,7 @@ final class FilesChapter implements Chapter {
     }
 
     private void install(Stage stage) {
-        stage.scene("Copies");
+        stage.scene("Copies (0: done)");
         stage.does("make the medium, in the temporary folder", () -> Product.makeMedium(1));
         stage.does("make the product's folders", Product::makeFolders);
         Stream.of(PROGRAM, NOTES, WORDS, HELP).forEach(name -> {
@@ -88,14 +88,14 @@ final class FilesChapter implements Chapter {
         stage.scene("Attributes");
         stage.does("make " + WORDS + " read-only and archived", () -> setReadOnly(WORDS));
         stage.gives("it may be written", false, () -> isWriteable(WORDS));
-        stage.gives("as the JDK sees it", true,
+        stage.gives("it is read-only, as the JDK sees it", true,
                 () -> Files.getAttribute(words, "dos:readonly"));
         String answer = stage.run("attrib", installed(WORDS));
-        stage.gives("the letter R is among them", true,
+        stage.gives("the letter R (read-only) is shown", true,
                 () -> answer.substring(0, answer.indexOf(":\\")).contains("R"));
         stage.does("set its last write", () -> files.win32SetFileModified(
                 installed(WORDS), FileTimes.of(TRANSLATED)));
-        stage.gives("it may be written", false, () -> isWriteable(WORDS));
+        stage.gives("it may be written now", false, () -> isWriteable(WORDS));
         stage.gives("copy " + WORDS + " over it", 0, () -> copy(WORDS, true));
         stage.gives("it may be written, like its source", true, () -> isWriteable(WORDS));
     }
@@ -135,7 +135,7 @@ final class FilesChapter implements Chapter {
     private void askTheSystem(Stage stage) {
         stage.scene("The same files as the system's own tool shows them");
         String answer = stage.run("cmd", "/c", "dir", FOLDER.toString());
-        stage.gives("all of them are among it", true,
+        stage.gives("all of them are shown", true,
                 () -> Stream.of(PROGRAM, NOTES, "spelling.dic", "help").allMatch(answer::contains));
     }
 
@@ -144,7 +144,7 @@ final class FilesChapter implements Chapter {
         for (Path folder : new Path[] {Product.VENDOR_FOLDER, Product.MEDIUM}) {
             stage.gives("delete " + folder.getFileName() + " and all below it", 0,
                     () -> files.win32DeleteDirectory(folder.toString(), false, true));
-            stage.gives("it is there", false, () -> Files.exists(folder));
+            stage.gives("the folder is still there", false, () -> Files.exists(folder));
         }
     }
 }

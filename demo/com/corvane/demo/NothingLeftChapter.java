@@ -27,9 +27,9 @@ final class NothingLeftChapter implements Chapter {
         PendingWork.showNone(stage);
         stage.gives("only the folder of the locked file is left",
                 new String[] {Product.FOLDER.getFileName() + "\\"}, Product::listing);
-        stage.gives("remove it and the vendor's", 0,
+        stage.gives("remove it and the vendor's folder", 0,
                 () -> files.win32DeleteDirectory(VENDOR_FOLDER.toString(), false, true));
-        stage.gives("it is there", false, () -> Files.exists(VENDOR_FOLDER));
+        stage.gives("the vendor's folder is still there", false, () -> Files.exists(VENDOR_FOLDER));
         compare(stage);
     }
 

@@ -33,35 +33,38 @@ final class OwnerChapter implements Chapter {
     public void run(Stage stage) throws Exception {
         String owner = Accounts.ownerOf(file);
         stage.scene("As it is installed");
-        stage.gives("its owner, as the JDK sees it, too", owner, this::owner);
+        stage.gives("its owner (the JDK says the same)", owner, this::owner);
         String answer = stage.run("cmd", "/c", "dir", "/q", file.toString());
-        stage.gives("the owner is among it", true, () -> answer.contains(owner));
+        stage.gives("the owner is shown", true, () -> answer.contains(owner));
         String group = group();
         stage.gives("it has a group", true, () -> !group.isEmpty());
-        stage.tells(group);
+        stage.tells("the group is " + Text.of(group));
         giveAway(stage, group);
         failOnPurpose(stage);
     }
 
     private void giveAway(Stage stage, String group) throws IOException {
-        stage.scene("Other owners");
+        stage.scene("Another owner, which the JDK gives to another file first");
         stage.does("the JDK gives " + FRENCH_HELP + " to " + ACCOUNT,
                 () -> Accounts.setOwner(other, ACCOUNT));
         String kept = Accounts.ownerOf(other);
         boolean keeps = kept.equals(ACCOUNT);
-        stage.tells(keeps ? "this system keeps owners"
-                : "this system accepts owners and keeps none, as the JDK reads");
-        give(stage, kept, keeps ? ACCOUNT : group);
+        stage.tells("it belongs to " + kept + " afterwards: " + Host.name()
+                + (keeps ? " keeps a new owner" : " accepts a new owner, but keeps the old one"));
+        stage.tells("therefore the library's file must have this owner, too");
+        String what = keeps ? "is the new one" : "is still the old one";
+        give(stage, what, kept, keeps ? ACCOUNT : group);
     }
 
     /** Owner and group are what is expected then. */
-    private void give(Stage stage, String owner, String group) {
+    private void give(Stage stage, String what, String owner, String group) {
+        stage.scene("The same, by the library");
         stage.does("give " + HELP + " to " + ACCOUNT,
                 () -> files.setFileOwner(file.toString(), ACCOUNT));
-        stage.gives("its owner, like that of the JDK's file", owner, this::owner);
+        stage.gives("its owner " + what + ", too", owner, this::owner);
         stage.does("give it to the group " + ACCOUNT,
                 () -> files.setFileOwnerGroup(file.toString(), ACCOUNT));
-        stage.gives("its group", group, this::group);
+        stage.gives("its group " + what + ", too", group, this::group);
     }
 
     private void failOnPurpose(Stage stage) {

@@ -32,6 +32,6 @@ final class ProgramListChapter implements Chapter {
                 () -> Stream.of(list.split("\\R")).anyMatch((KEY + "|||" + TITLE)::equals));
         stage.scene("And what it starts to remove it");
         String entry = stage.run("reg", "query", LOCATION + KEY, "/v", "UninstallString");
-        stage.gives("the command is among it", true, () -> entry.contains(COMMAND));
+        stage.gives("the command is shown", true, () -> entry.contains(COMMAND));
     }
 }

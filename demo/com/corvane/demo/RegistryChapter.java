@@ -143,7 +143,7 @@ final class RegistryChapter implements Chapter {
     private void askTheSystem(Stage stage) {
         stage.scene("The same entries as the system's own tool shows them");
         String answer = stage.run("reg", "query", "HKCU\\" + PRODUCT);
-        stage.gives("all values are among them", true,
+        stage.gives("all values are shown", true,
                 () -> Stream.of(TITLE, DIRECTORY, "0x4fc1", "484E00FF2180", "English")
                         .allMatch(answer::contains));
     }

@@ -25,13 +25,13 @@ final class RemovalInUseChapter implements Chapter {
         showUpdated(stage);
         try (RunningProgram program = RunningProgram.ofProduct()) {
             stage.scene("The product is removed while " + PROGRAM + " runs");
-            stage.gives("remove its folder; 1 means: done at the next reboot", 1,
+            stage.gives("remove its folder (1: done at the next reboot)", 1,
                     () -> files.win32DeleteDirectory(VENDOR_FOLDER.toString(), false, true));
             stage.gives("what is left", new String[] {FOLDER, FOLDER + PROGRAM}, Product::listing);
-            stage.gives("the program goes on to run", true, program::isRunning);
+            stage.gives("the program goes on running", true, program::isRunning);
         }
         String answer = PendingWork.show(stage);
-        stage.gives("the program is among it", true,
+        stage.gives("the program is listed", true,
                 () -> answer.contains(Product.installed(PROGRAM)));
     }
 
@@ -45,7 +45,7 @@ final class RemovalInUseChapter implements Chapter {
             "", PROGRAM, Product.NOTES, Product.WORDS, "help\\", Product.HELP, "help\\french\\",
             Product.FRENCH_HELP
         };
-        stage.gives("what there is, and nothing beside it",
+        stage.gives("all files and folders that there are",
                 Stream.of(all).map(FOLDER::concat).sorted().toArray(), Product::listing);
     }
 }

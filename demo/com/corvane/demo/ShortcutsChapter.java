@@ -38,7 +38,7 @@ final class ShortcutsChapter implements Chapter {
         stage.scene("A program group in the user's Start menu");
         stage.does("create " + first.folder + '\\' + first.group,
                 () -> desktop.createDesktopFolder(first.folder, first.group));
-        stage.gives("it is there", true, () -> Files.isDirectory(first.file().getParent()));
+        stage.gives("the group is there", true, () -> Files.isDirectory(first.file().getParent()));
     }
 
     private void make(Stage stage, Shortcut shortcut) {
@@ -46,7 +46,7 @@ final class ShortcutsChapter implements Chapter {
         stage.does("create the shortcut", () -> desktop.createDesktopItem(
                 shortcut.folder, shortcut.group, shortcut.name, installed(PROGRAM),
                 shortcut.arguments(), installed(PROGRAM), Product.FOLDER.toString()));
-        stage.gives("it is there", true, () -> Files.isRegularFile(shortcut.file()));
+        stage.gives("the shortcut is there", true, () -> Files.isRegularFile(shortcut.file()));
         stage.gives("the program, its folder and arguments are in it", true,
                 () -> Stream.of(installed(PROGRAM), Product.FOLDER.toString(), shortcut.arguments())
                         .allMatch(contentOf(shortcut.file())::contains));
@@ -68,9 +68,9 @@ final class ShortcutsChapter implements Chapter {
         stage.does("make it read-only", () -> desktop.setDesktopItemAttributes(
                 shortcut.folder, shortcut.group, shortcut.name, attributes));
         stage.gives("it may be written", false, () -> isWriteable(shortcut));
-        stage.gives("as the JDK sees it", true,
+        stage.gives("it is read-only, as the JDK sees it", true,
                 () -> Files.getAttribute(shortcut.file(), "dos:readonly"));
-        stage.gives("its owner, which the JDK sees, too", Accounts.ownerOf(shortcut.file()),
+        stage.gives("its owner (the JDK says the same)", Accounts.ownerOf(shortcut.file()),
                 () -> desktop.getDesktopItemOwner(shortcut.folder, shortcut.group, shortcut.name));
     }
 
@@ -83,7 +83,7 @@ final class ShortcutsChapter implements Chapter {
         Shortcut shortcut = Shortcut.READ_ONLY;
         stage.scene("The group for all users as the system's own tool shows it");
         String answer = stage.run("cmd", "/c", "dir", "/b", shortcut.file().getParent().toString());
-        stage.gives("the shortcut is all of it", shortcut.name + ".lnk", answer::trim);
+        stage.gives("it shows the shortcut and nothing else", shortcut.name + ".lnk", answer::trim);
     }
 
     /** The shell returns before the program has ended. */
@@ -92,6 +92,7 @@ final class ShortcutsChapter implements Chapter {
         stage.run("cmd", "/c", "start", "", shortcut.file().toString());
         stage.gives("the program ran, in its folder", Product.FOLDER.toString(),
                 () -> Trace.take(shortcut.trace()));
-        stage.gives("what it left is removed", false, () -> Files.exists(shortcut.trace()));
+        stage.gives("the file that it wrote is still there", false,
+                () -> Files.exists(shortcut.trace()));
     }
 }

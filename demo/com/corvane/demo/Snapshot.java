@@ -15,6 +15,9 @@ import java.util.stream.Stream;
  * {@link OwnChanges} leaves out. It is taken past the library, and kept in a file meanwhile.
  */
 final class Snapshot {
+    /** What a line of {@link #changesTo} begins with that has come. */
+    static final String NEW = "+ ";
+
     private static final Path FILE = Paths.get("corvane-demo-before.txt");
 
     private final SortedSet<String> lines;
@@ -53,7 +56,7 @@ final class Snapshot {
     List<String> changesTo(Snapshot after) {
         return Stream.concat(
                         linesWithout(after).map("- "::concat),
-                        after.linesWithout(this).map("+ "::concat))
+                        after.linesWithout(this).map(NEW::concat))
                 .collect(Collectors.toList());
     }
 

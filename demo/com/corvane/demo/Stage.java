@@ -4,6 +4,7 @@ import com.corvane.wizard.service.ServiceException;
 import java.io.PrintStream;
 import java.util.Locale;
 import java.util.Objects;
+import java.util.concurrent.TimeUnit;
 
 /**
  * Where chapters play: runs their steps, shows what was done, how long it took and what came back,
@@ -20,8 +21,20 @@ final class Stage {
         void act() throws Exception;
     }
 
-    /** An answer longer than this gets a line of its own. */
-    private static final int ANSWER_WIDTH = 33;
+    /** A step or an answer that is longer: then the answer gets lines of its own. */
+    private static final int STEP_WIDTH = 50;
+    private static final int ANSWER_WIDTH = 32;
+
+    /** A line about a step that is longer is cut. */
+    private static final int LINE_WIDTH = 132;
+
+    private static final String CUT = "...";
+
+    /** So that nobody takes a failure for passed over. */
+    private static final String AS_IT_MUST_BE = ", as it must be";
+
+    /** From one line of an answer to the next. */
+    private static final String NEXT_LINE = System.lineSeparator() + "         ";
 
     private final PrintStream out;
     private final long start = System.nanoTime();
@@ -48,16 +61,18 @@ final class Stage {
 
     /** A line about the scene or the step before it. */
     void tells(String line) {
-        out.println("      | " + line);
+        out.println("      | " + (line.length() <= LINE_WIDTH ? line
+                : line.substring(0, LINE_WIDTH - CUT.length()) + CUT));
     }
 
     /** A step that must return normally. */
     void does(String what, Deed deed) {
         Outcome outcome = Outcome.of(() -> {
             deed.act();
-            return "";
+            return null;
         });
-        report(outcome.error == null, what, outcome.nanos, outcome.text());
+        boolean good = outcome.error == null;
+        report(good, what, outcome.nanos, good ? "" : outcome.text());
     }
 
     /** A step that must answer {@code expected}; arrays are compared by their elements. */
@@ -74,7 +89,7 @@ final class Stage {
             deed.act();
             return "no failure";
         });
-        report(isFailure(outcome.error, code), what, outcome.nanos, outcome.text());
+        reportRefusal(isFailure(outcome.error, code), what, outcome);
     }
 
     /** The same; the message must end in the system's number of the failure, too. */
@@ -85,7 +100,11 @@ final class Stage {
         });
         boolean good = isFailure(outcome.error, code)
                 && ("" + outcome.error.getMessage()).endsWith("(" + reason + ")");
-        report(good, what, outcome.nanos, outcome.text());
+        reportRefusal(good, what, outcome);
+    }
+
+    private void reportRefusal(boolean good, String what, Outcome outcome) {
+        report(good, what, outcome.nanos, outcome.text() + (good ? AS_IT_MUST_BE : ""));
     }
 
     private static boolean isFailure(Throwable error, int code) {
@@ -103,13 +122,18 @@ final class Stage {
         Outcome outcome = Outcome.of(tool::run);
         boolean good = Objects.equals(exitCode, outcome.answer);
         String text = outcome.error == null ? "exit code " + outcome.text() : outcome.text();
-        report(good, String.join(" ", command), outcome.nanos, text);
+        String hint = good && exitCode != 0 ? AS_IT_MUST_BE : "";
+        report(good, String.join(" ", command), outcome.nanos, text + hint);
         tool.lines().forEach(this::tells);
         return tool.output();
     }
 
     boolean allAsExpected() {
         return failed == 0;
+    }
+
+    int steps() {
+        return steps;
     }
 
     /** Closes with the count of the steps. */
@@ -122,10 +146,20 @@ final class Stage {
     private void report(boolean good, String what, long nanos, String answer) {
         steps++;
         failed += good ? 0 : 1;
-        String mark = good ? "ok" : "!!";
-        String gap = answer.length() > ANSWER_WIDTH ? System.lineSeparator() + "      -> " : "  ";
-        String line = String.format(Locale.ROOT, "  %s  %-50s %7.2f ms", mark, what, nanos / 1e6);
-        out.println(answer.isEmpty() ? line : line + gap + answer);
+        out.printf("  %s  %8s  ", good ? "ok" : "!!", milliseconds(nanos));
+        boolean isRow = what.length() <= STEP_WIDTH && answer.length() <= ANSWER_WIDTH;
+        if (answer.isEmpty()) {
+            out.println(what);
+        } else if (isRow && !answer.contains("\n")) {
+            out.printf("%-" + STEP_WIDTH + "s  %s%n", what, answer);
+        } else {
+            out.printf("%s%n      -> %s%n", what, answer.replace("\n", NEXT_LINE));
+        }
+    }
+
+    private static String milliseconds(long nanos) {
+        long whole = TimeUnit.NANOSECONDS.toMillis(nanos);
+        return (whole < 1 ? "<1" : "" + whole) + " ms";
     }
 
     /** What one step brought: an answer or an error, and the time until then. */

@@ -2,15 +2,19 @@ package com.corvane.demo;
 
 import com.corvane.wizard.service.ServiceException;
 import java.lang.reflect.Array;
+import java.util.List;
 import java.util.stream.Collectors;
 import java.util.stream.IntStream;
 
 /** Answers and failures as a person reads them. */
 final class Text {
+    /** A list that is longer gets a line for each of its elements. */
+    private static final int LIST_WIDTH = 90;
+
     private Text() {}
 
     static String of(Object answer) {
-        if (answer instanceof String && !((String) answer).isEmpty()) {
+        if (answer instanceof String) {
             return quoted((String) answer);
         }
         if (answer instanceof byte[]) {
@@ -40,8 +44,9 @@ final class Text {
     }
 
     private static String list(Object array) {
-        return IntStream.range(0, Array.getLength(array))
-                .mapToObj(i -> "" + Array.get(array, i))
-                .collect(Collectors.joining(", "));
+        List<String> elements = IntStream.range(0, Array.getLength(array))
+                .mapToObj(i -> "" + Array.get(array, i)).collect(Collectors.toList());
+        String line = elements.isEmpty() ? "nothing" : String.join(", ", elements);
+        return line.length() <= LIST_WIDTH ? line : String.join("\n", elements);
     }
 }

@@ -5,8 +5,8 @@ import com.corvane.wizard.platform.win32.Win32DesktopServiceImpl;
 import com.corvane.wizard.service.ServiceException;
 import java.io.IOException;
 import java.nio.file.Files;
+import java.nio.file.Path;
 import java.util.List;
-import java.util.stream.Stream;
 
 /** Takes away what {@link ShortcutsChapter} and {@link ProgramListChapter} have made. */
 final class UninstallationChapter implements Chapter {
@@ -31,12 +31,18 @@ final class UninstallationChapter implements Chapter {
 
     /** So that nobody takes a comparison for good which sees nothing. */
     private static void showDifference(Stage stage) throws Exception {
-        stage.scene("What is different from before the installation");
+        stage.scene("What is new, compared with the registry and the disk before the installation");
         List<String> changes = Snapshot.saved().changesTo(Snapshot.take());
-        Stream<String> files = Shortcut.ALL.stream().map(Shortcut::file).map(Object::toString);
-        Stream.concat(files, Stream.of(Product.installed(Product.PROGRAM), ProgramListEntry.KEY))
-                .forEach(name -> stage.gives(name, true,
-                        () -> changes.stream().anyMatch(change -> change.contains(name))));
+        for (Shortcut shortcut : Shortcut.ALL) {
+            isNew(stage, "the shortcut " + shortcut.name, shortcut.file().toString(), changes);
+        }
+        isNew(stage, "the program", Product.installed(Product.PROGRAM), changes);
+        isNew(stage, "the key of the list of programs", ProgramListEntry.KEY, changes);
+    }
+
+    private static void isNew(Stage stage, String what, String name, List<String> changes) {
+        stage.gives(what + " is seen as new", true, () -> changes.stream()
+                .anyMatch(change -> change.startsWith(Snapshot.NEW) && change.contains(name)));
     }
 
     private void failOnPurpose(Stage stage) {
@@ -46,26 +52,28 @@ final class UninstallationChapter implements Chapter {
         stage.scene("A step that must fail");
         stage.refuses("remove " + shortcut.name + ", which is read-only", NOT_REMOVED,
                 ACCESS_DENIED, () -> shortcut.remove(desktop));
-        stage.gives("it is there", true, () -> Files.exists(shortcut.file()));
+        stage.gives("the shortcut is still there", true, () -> Files.exists(shortcut.file()));
         stage.does("make it writeable", () -> desktop.setDesktopItemAttributes(
                 shortcut.folder, shortcut.group, shortcut.name, attributes));
     }
 
     private void remove(Stage stage, Shortcut shortcut) {
         stage.does("remove " + shortcut.shown(), () -> shortcut.remove(desktop));
-        stage.gives("it is there", false, () -> Files.exists(shortcut.file()));
+        stage.gives("the shortcut is still there", false, () -> Files.exists(shortcut.file()));
         if (shortcut.topFolder() != null) {
-            stage.gives(shortcut.topFolder().getFileName() + ", above it, is there", false,
-                    () -> Files.exists(shortcut.topFolder()));
+            Path group = shortcut.topFolder();
+            stage.gives("the group " + group.getFileName() + " is still there", false,
+                    () -> Files.exists(group));
         }
-        stage.gives("the folder that was there before is there", true,
-                () -> Files.isDirectory(shortcut.place()));
+        Path place = shortcut.place();
+        stage.gives(place.getFileName() + ", which was there before, is still there", true,
+                () -> Files.isDirectory(place));
     }
 
     private static void removeEntry(Stage stage) {
         stage.scene("The list of programs");
         stage.does("remove the entry", ProgramListEntry::remove);
         String list = stage.run(ProgramListEntry.LIST);
-        stage.gives("the product is in it", false, () -> list.contains(ProgramListEntry.KEY));
+        stage.gives("the product is still in it", false, () -> list.contains(ProgramListEntry.KEY));
     }
 }

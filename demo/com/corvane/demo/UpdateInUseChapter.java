@@ -33,7 +33,7 @@ final class UpdateInUseChapter implements Chapter {
         try (RunningProgram program = RunningProgram.ofProduct();
                 RunningProgram holder = RunningProgram.holding(NOTES, WORDS)) {
             update(stage);
-            stage.gives("both programs go on to run", true,
+            stage.gives("both programs go on running", true,
                     () -> program.isRunning() && holder.isRunning());
             showPending(stage);
         }
@@ -53,13 +53,14 @@ final class UpdateInUseChapter implements Chapter {
     private void update(Stage stage) throws IOException {
         stage.scene("Version 2, while " + PROGRAM + " runs and another program has two files open");
         stage.does("make its medium", () -> Product.makeMedium(2));
-        stage.gives("copy " + PROGRAM + "; 1 means: done at the next reboot", 1,
+        stage.gives("copy " + PROGRAM + " (1: done at the next reboot)", 1,
                 () -> copy(PROGRAM));
-        stage.gives("its version: the old file is only out of the way", 2,
+        stage.gives("its version now; the old file is set aside", 2,
                 () -> Product.versionOf(PROGRAM));
         stage.gives("copy " + NOTES + ", which cannot even be renamed", 1, () -> copy(NOTES));
-        stage.gives("its version: the new one waits beside it", 1, () -> Product.versionOf(NOTES));
-        stage.gives("move " + WORDS + ", which cannot be either", 1,
+        stage.gives("its version until then; the new file waits", 1,
+                () -> Product.versionOf(NOTES));
+        stage.gives("move " + WORDS + ", which cannot be renamed either", 1,
                 () -> files.win32MoveFile(onMedium(WORDS), installed(WORDS), true));
         stage.gives("copy " + HELP, 0, () -> copy(HELP));
     }
@@ -72,10 +73,9 @@ final class UpdateInUseChapter implements Chapter {
             installed(WORDS) + ".move_on_reboot"
         };
         String answer = PendingWork.show(stage);
-        stage.gives("all three files are among it", true,
-                () -> Stream.of(waiting).allMatch(answer::contains));
-        stage.gives("all three files are there", true,
-                () -> Stream.of(waiting).map(Paths::get).allMatch(Files::exists));
+        Stream.of(waiting).map(Paths::get).forEach(file ->
+                stage.gives(file.getFileName() + " is there and listed", true,
+                        () -> Files.exists(file) && answer.contains(file.toString())));
     }
 
     private int copy(String name) throws ServiceException {

@@ -30,7 +30,7 @@ final class WhoAndWhereChapter implements Chapter {
         String[] groups = (String[]) ofToken("getGroupIDs");
         boolean isAdmin = Arrays.asList(groups).contains(ADMINISTRATORS);
         stage.scene("The user, " + ofToken("getDomain") + '\\' + ofToken("getName"));
-        stage.gives("an administrator, as the JDK's list of groups tells", isAdmin,
+        stage.gives("an administrator (the JDK's groups say the same)", isAdmin,
                 new Win32SecurityServiceImpl()::isCurrentUserAdmin);
     }
 
@@ -42,12 +42,12 @@ final class WhoAndWhereChapter implements Chapter {
 
     private void showSystem(Stage stage) throws Exception {
         stage.scene("The system");
-        stage.gives("of the NT family", true, system::isWinNTor2K);
-        stage.gives("Windows ME", false, system::isWinME);
-        stage.gives("service pack, as in the registry", registered(VERSION, "CSDVersion"),
-                system::getOSServiceLevel);
-        stage.gives("boot directory, as in the registry", registered(SETUP, "BootDir"),
-                system::getBootDirectory);
+        stage.gives("it is of the NT family", true, system::isWinNTor2K);
+        stage.gives("it is Windows ME", false, system::isWinME);
+        stage.gives("service pack (the registry says the same)",
+                registered(VERSION, "CSDVersion"), system::getOSServiceLevel);
+        stage.gives("boot directory (the registry says the same)",
+                registered(SETUP, "BootDir"), system::getBootDirectory);
     }
 
     /** A text of the registry as the system's own tool shows it, empty when there is none. */

@@ -5,6 +5,6 @@ final class Apartment {
 
     private Apartment() {}
 
-    /** Starts it so that the library cannot start it again in its own way. */
-    static native void joinMultithreaded();
+    /** Starts it as the library does, or multithreaded, which keeps the library from starting it. */
+    static native void start(boolean multithreaded);
 }

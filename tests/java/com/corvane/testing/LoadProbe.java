@@ -5,24 +5,24 @@ import com.corvane.wizard.platform.win32.Win32Library;
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
 
 /**
- * A program that loads the library as an installer does, and says how that went. With the tests' own
- * natives at hand, COM is started first in a way that the library cannot join, and a shortcut is tried.
+ * A program that loads the library as an installer does, and says how that went. Where "corvane.test.com"
+ * says so, COM is started first, and a shortcut is tried.
  */
 public final class LoadProbe {
 
     private LoadProbe() {}
 
     public static void main(String[] arguments) throws Exception {
-        boolean withoutCom = System.getProperty("corvane.test.support") != null;
+        String com = System.getProperty("corvane.test.com");
         try {
-            if (withoutCom) {
+            if (com != null) {
                 Hooks.load();
-                Apartment.joinMultithreaded();
+                Apartment.start(com.equals("multithreaded"));
             }
             Win32Library.load();
             Win32Library.load();
             System.out.println("loaded, answers " + new Win32RegistryServiceImpl().keyExists(3, null));
-            if (withoutCom) {
+            if (com != null) {
                 System.out.println(shortcut());
             }
         } catch (UnsatisfiedLinkError error) {

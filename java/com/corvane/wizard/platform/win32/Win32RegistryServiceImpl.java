@@ -11,8 +11,8 @@ import com.corvane.wizard.service.ServiceException;
  *
  * <p>A failure of Windows is thrown as {@link ServiceException} with the method's code and the system's
  * message; a value of another type than the one that is read fails with 1804 (ERROR_INVALID_DATATYPE),
- * a path below a root that does not exist with 6 (ERROR_INVALID_HANDLE). Several methods share a code where the kind
- * of failure is the same.
+ * a path below a root that does not exist with 6 (ERROR_INVALID_HANDLE). Several methods share a code where
+ * the kind of failure is the same.
  *
  * <p>On Windows 95, 98 and ME the ANSI functions are called, and text goes through the ANSI code page;
  * elsewhere the wide functions. The object has no state; its methods may be called from any thread.
@@ -207,7 +207,8 @@ public class Win32RegistryServiceImpl {
      * @param key the path of the key, or null
      * @param name the name of the value, or null
      * @return the 32 bits; numbers from 2147483648 on are negative
-     * @throws ServiceException -100008
+     * @throws ServiceException -100008; with 234 (ERROR_MORE_DATA) for a value of another type that has more
+     *     than four bytes
      */
     public native int get32BitValue(int root, String key, String name) throws ServiceException;
 

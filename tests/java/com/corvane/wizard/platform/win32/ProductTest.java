@@ -120,6 +120,15 @@ class ProductTest {
         assertTrue(isListed(MACHINE, KEY));
     }
 
+    /** Only a user's list is made where it is missing. */
+    @Test
+    void theMachinesListIsThere() throws Exception {
+        begin(Windows.W10);
+        Hooks.fail("RegOpenKeyExW", 1, 2);
+        assertFails(-90000, 2, () -> product.win32RegisterUninstaller(KEY, "name", COMMAND));
+        assertFalse(isListed(MACHINE, KEY));
+    }
+
     @Test
     void anOrdinaryUserHasAListOfTheirOwn() throws Exception {
         begin(Windows.XP);

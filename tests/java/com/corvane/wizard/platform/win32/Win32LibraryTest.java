@@ -62,10 +62,19 @@ class Win32LibraryTest {
     /** On a thread that has started COM otherwise, and nothing is begun. */
     @Test
     void whereComCannotBeStartedNoShortcutIsMade() throws Exception {
-        String said = load(option("corvane.win32.library"), option("corvane.test.support"));
+        String said = load(option("corvane.win32.library"), option("corvane.test.support"),
+                "-Dcorvane.test.com=multithreaded");
         assertTrue(said.startsWith("loaded, answers true") && said.contains("ServiceException -80002")
                 && said.endsWith(" (2147549446)"), said);
         assertEquals(0, temporary.toFile().list().length);
+    }
+
+    /** That it was started before is no failure. */
+    @Test
+    void whereComIsStartedAlreadyAShortcutIsMade() throws Exception {
+        String said = load(option("corvane.win32.library"), option("corvane.test.support"),
+                "-Dcorvane.test.com=as the library does");
+        assertTrue(temporary.resolve("group").resolve("n.lnk").toFile().isFile(), said);
     }
 
     private static String option(String property) {
