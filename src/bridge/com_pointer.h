@@ -1,7 +1,5 @@
 #pragma once
 
-#include <utility>
-
 /// The scoped owner of one reference to a COM interface; it is released at the end.
 template <class Interface>
 class ComPointer {

@@ -76,6 +76,11 @@ DWORD deleteShortcut(const WString& base) {
   return ERROR_SUCCESS;
 }
 
+/// A path as the shell spells it: without separators at its end.
+WString withoutEnd(const WString& path) {
+  return path.substr(0, path.find_last_not_of(L"\\/") + 1);
+}
+
 }  // namespace
 
 DWORD createDesktopFolder(WString folder, const WString& subfolder) {
@@ -116,6 +121,7 @@ DWORD removeDesktopItem(WString folder, const WString& subfolder, const WString&
   if (error != ERROR_SUCCESS || !namesFolder(subfolder)) {
     return error;
   }
-  const bool keep = isWindowsXPOrLater() && isSpecialFolder(folderPath(folder, subfolder));
+  const bool keep =
+      isWindowsXPOrLater() && isSpecialFolder(withoutEnd(folderPath(folder, subfolder)));
   return keep ? ERROR_SUCCESS : removeFolders(folder, subfolder);
 }

@@ -7,7 +7,8 @@
 
 /// Folders and shortcuts in the Start menu and on the desktop. `folder` may hold folder tokens (see
 /// expandFolderTokens); `subfolder` is a path below it, which may be empty. The shell is told of
-/// each change. All return 0, a Win32 error or an HRESULT.
+/// each change. All return 0, a Win32 error or an HRESULT; for a text that the code page lost
+/// they throw Win32Failure.
 
 DWORD createDesktopFolder(WString folder, const WString& subfolder);
 

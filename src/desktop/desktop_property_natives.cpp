@@ -13,12 +13,14 @@
 
 namespace {
 
-/// A shortcut or a program group as Java names it.
+/// A shortcut as Java names it.
 struct Item {
   jstring folder;
   jstring subfolder;
   jstring name;
 };
+
+/// A program group as Java names it.
 struct Folder {
   jstring folder;
   jstring subfolder;
@@ -100,7 +102,8 @@ void setAttributes(JNIEnv* env, jint code, const Place& place, jobject attribute
                                                                               jobject,     \
                                                                               __VA_ARGS__)
 
-/// getDesktop<Place><what> and setDesktop<Place><what> with the codes of their failures.
+/// getDesktop<Place><what> and setDesktop<Place><what>, such as getDesktopItemOwnerGroup, with the
+/// codes of their failures.
 #define PRINCIPAL_NATIVES(Place, what, which, getCode, setCode)                        \
   DESKTOP_NATIVE(jstring, getDesktop##Place##what, Place##_PARAMETERS) {               \
     return getPrincipal(env, getCode, which, Place##_PLACE);                           \

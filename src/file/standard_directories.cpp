@@ -92,7 +92,7 @@ WString programFilesDirectory() {
 WString commonFilesDirectory() {
   try {
     return currentVersionValue(L"CommonFilesDir");
-  } catch (const Win32Failure& failure) {
+  } catch (const Win32Failure& failure) {  // a text that the code page lost is missing, too
     if (static_cast<int32_t>(failure.code()) < 0) {
       throw;
     }

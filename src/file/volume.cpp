@@ -57,6 +57,16 @@ BOOL freeBytesWide(const wchar_t* root, uint64_t& bytes) {
                             : countClusters(false, root, bytes);
 }
 
+/// The texts of a list in which each has its terminator, and the last is followed by another.
+std::vector<WString> split(const ByteBuffer& list) {
+  std::vector<WString> texts;
+  for (uint32_t at = 0; at < list.count() && list.data<const wchar_t>()[at] != L'\0';) {
+    texts.push_back(boundedText(list.data<const wchar_t>() + at, list.count() - at));
+    at += static_cast<uint32_t>(texts.back().size()) + 1;
+  }
+  return texts;
+}
+
 }  // namespace
 
 int64_t partitionFreeSpace(const wchar_t* root) {
@@ -86,12 +96,7 @@ std::vector<WString> partitionNames() {
     throwUnlessConverted(ansiToWideN(roots.data<char>(), roots.count(), wide));
     roots = std::move(wide);
   }
-  std::vector<WString> names;
-  for (uint32_t at = 0; at < roots.count() && roots.data<wchar_t>()[at] != L'\0';) {
-    names.push_back(boundedText(roots.data<wchar_t>() + at, roots.count() - at));
-    at += static_cast<uint32_t>(names.back().size()) + 1;
-  }
-  return names;
+  return split(roots);
 }
 
 int partitionType(const wchar_t* root) {

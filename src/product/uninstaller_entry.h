@@ -2,8 +2,8 @@
 
 /// The entry of a product in the system's list of programs: a key below "Uninstall" with the values
 /// "DisplayName" and "UninstallString". It is the machine's; on the NT family the user's own when
-/// that user is no administrator. Both throw RegistryException; what is done before a failure
-/// stays.
+/// that user is no administrator or that cannot be told. Both throw Win32Failure; what is done
+/// before a failure stays.
 
 /// Makes the entry. The key is made under the first 63 characters of its name, while the values are
 /// written to the key with the whole name: with a longer name they fail with ERROR_FILE_NOT_FOUND

@@ -20,7 +20,7 @@ class PrivilegeEnabler {
   virtual ~PrivilegeEnabler();
 
   /// 0 when the privilege is enabled; ERROR_NOT_ALL_ASSIGNED when the account does not hold it,
-  /// ERROR_PROC_NOT_FOUND on Windows 9x.
+  /// ERROR_PROC_NOT_FOUND on Windows 9x or an unknown one.
   DWORD error() const noexcept { return error_; }
   bool isEnabled() const noexcept { return enabled_; }
 

@@ -101,7 +101,8 @@ public class Win32DesktopServiceImpl {
      * @param group the name of the account
      * @throws ServiceException -80011
      */
-    public native void setDesktopItemOwnerGroup(String folder, String subfolder, String name, String group) throws ServiceException;
+    public native void setDesktopItemOwnerGroup(String folder, String subfolder, String name, String group)
+            throws ServiceException;
 
     /**
      * Tells the owner of a shortcut. Windows: GetNamedSecurityInfo.
@@ -123,7 +124,8 @@ public class Win32DesktopServiceImpl {
      * @param owner the name of the account
      * @throws ServiceException -80013
      */
-    public native void setDesktopItemOwner(String folder, String subfolder, String name, String owner) throws ServiceException;
+    public native void setDesktopItemOwner(String folder, String subfolder, String name, String owner)
+            throws ServiceException;
 
     /**
      * Reads the attributes of a shortcut, as {@link Win32FileServiceImpl#getFileAttributes} does.
@@ -134,7 +136,8 @@ public class Win32DesktopServiceImpl {
      * @return a new object
      * @throws ServiceException -80018
      */
-    public native FileAttributes getDesktopItemAttributes(String folder, String subfolder, String name) throws ServiceException;
+    public native FileAttributes getDesktopItemAttributes(String folder, String subfolder, String name)
+            throws ServiceException;
 
     /**
      * Sets the attributes of a shortcut, as {@link Win32FileServiceImpl#setFileAttributes} does.
@@ -166,7 +169,8 @@ public class Win32DesktopServiceImpl {
      * @param group the name of the account
      * @throws ServiceException -80015
      */
-    public native void setDesktopFolderOwnerGroup(String folder, String subfolder, String group) throws ServiceException;
+    public native void setDesktopFolderOwnerGroup(String folder, String subfolder, String group)
+            throws ServiceException;
 
     /**
      * Tells the owner of a folder. Windows: GetNamedSecurityInfo.

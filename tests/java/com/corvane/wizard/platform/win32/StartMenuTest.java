@@ -138,7 +138,7 @@ class StartMenuTest {
         begin(system);
         try {
             desktop.createDesktopItem("$UserPrograms$", name, GROUP, "C:\\app.exe", "", "", "");
-            desktop.removeDesktopItem("$UserPrograms$", name.toUpperCase(), GROUP);
+            desktop.removeDesktopItem("$UserPrograms$", name.toUpperCase() + "\\", GROUP);
             assertEquals(system == Windows.XP || system == Windows.W10, Files.exists(startUp));
         } finally {
             Files.deleteIfExists(startUp.resolve(GROUP + ".lnk"));
