@@ -4,7 +4,7 @@
 template <class Interface>
 class ComPointer {
  public:
-  explicit ComPointer(Interface* pointer = nullptr) noexcept : pointer_(pointer) {}
+  explicit ComPointer(Interface* pointer) noexcept : pointer_(pointer) {}
   ComPointer(const ComPointer&) = delete;
   ComPointer& operator=(const ComPointer&) = delete;
   ~ComPointer() {

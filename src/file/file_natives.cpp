@@ -312,12 +312,11 @@ Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_win32GetCommonDirect
 JNIEXPORT jstring JNICALL
 Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_win32GetVPDDirectory(JNIEnv* env,
                                                                                  jobject) {
-  return nativeFrame(env, kCommonFilesFailed, [&] {
-    const WString commonFiles = commonFilesDirectory();
-    return nativeText(env, kProductDataFailed, [&](WString& directory) {
-      directory = commonFiles;
-      findProductDataDirectory(directory);
-    });
+  jint code = kCommonFilesFailed;
+  return nativeText(env, code, [&](WString& directory) {
+    directory = commonFilesDirectory();
+    code = kProductDataFailed;
+    findProductDataDirectory(directory);
   });
 }
 

@@ -1,5 +1,6 @@
 #include <com_corvane_wizard_platform_win32_Win32ProductServiceImpl.h>
 
+#include "bridge/java_values.h"
 #include "bridge/jni_string.h"
 #include "bridge/native_frame.h"
 #include "product/uninstaller_entry.h"
@@ -24,10 +25,10 @@ Java_com_corvane_wizard_platform_win32_Win32ProductServiceImpl_win32RegisterUnin
     jstring displayName,
     jstring uninstallString) {
   nativeFrame(env, kRegisterFailed, [&] {
-    const JniString key(env, keyName);
-    const JniString display(env, displayName);
+    const WString key = textFromJava(env, keyName);
+    const WString display = textFromJava(env, displayName);
     const JniString command(env, uninstallString);
-    registerUninstaller(key.get(), display.get(), command.get());
+    registerUninstaller(key, display, command.get());
   });
 }
 
@@ -38,9 +39,9 @@ Java_com_corvane_wizard_platform_win32_Win32ProductServiceImpl_win32UnregisterUn
     jstring keyName,
     jstring otherKeyName) {
   nativeFrame(env, kUnregisterFailed, [&] {
-    const JniString key(env, keyName);
-    const JniString other(env, otherKeyName);
-    unregisterUninstaller(key.get(), other.get());
+    const WString key = textFromJava(env, keyName);
+    const WString other = textFromJava(env, otherKeyName);
+    unregisterUninstaller(key, other);
   });
 }
 

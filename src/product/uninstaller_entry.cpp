@@ -18,10 +18,6 @@ int entryRoot() {
   return isWindowsNT() && !queryAdminMembership(error) ? kCurrentUser : kLocalMachine;
 }
 
-WString orEmpty(const wchar_t* text) {
-  return text == nullptr ? WString() : WString(text);
-}
-
 WString listPath() {
   return WString(kCurrentVersion) + L"\\" + kUninstall;
 }
@@ -40,10 +36,10 @@ void deleteEntry(const RegistryKey& registry, int root, const WString& keyName) 
 
 }  // namespace
 
-void registerUninstaller(const wchar_t* keyName,
-                         const wchar_t* displayName,
+void registerUninstaller(const WString& keyName,
+                         const WString& displayName,
                          const wchar_t* uninstallString) {
-  if (orEmpty(keyName).empty()) {
+  if (keyName.empty()) {
     throw RegistryException(ERROR_INVALID_PARAMETER);
   }
   const RegistryKey registry;
@@ -51,17 +47,16 @@ void registerUninstaller(const wchar_t* keyName,
   if (root == kCurrentUser && !registry.keyExists(root, listPath().c_str())) {
     registry.createKey(root, kCurrentVersion, kUninstall);
   }
-  registry.createKey(root, listPath().c_str(), orEmpty(keyName).substr(0, kMaximumLength).c_str());
-  const WString path = entryPath(orEmpty(keyName));
-  const WString shown =
-      isWindows2000() ? orEmpty(displayName) : orEmpty(displayName).substr(0, kMaximumLength);
+  registry.createKey(root, listPath().c_str(), keyName.substr(0, kMaximumLength).c_str());
+  const WString path = entryPath(keyName);
+  const WString shown = isWindows2000() ? displayName : displayName.substr(0, kMaximumLength);
   registry.setStringValue(root, path.c_str(), L"DisplayName", false, shown.c_str());
   registry.setStringValue(root, path.c_str(), L"UninstallString", false, uninstallString);
 }
 
-void unregisterUninstaller(const wchar_t* keyName, const wchar_t* otherKeyName) {
+void unregisterUninstaller(const WString& keyName, const WString& otherKeyName) {
   const RegistryKey registry;
   const int root = entryRoot();
-  deleteEntry(registry, root, orEmpty(otherKeyName));
-  deleteEntry(registry, root, orEmpty(keyName).substr(0, kMaximumLength));
+  deleteEntry(registry, root, otherKeyName);
+  deleteEntry(registry, root, keyName.substr(0, kMaximumLength));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bridge/text.h"
+
 /// The entry of a product in the system's list of programs: a key below "Uninstall" with the values
 /// "DisplayName" and "UninstallString". It is the machine's; on the NT family the user's own when
 /// that user is no administrator or that cannot be told. Both throw Win32Failure; what is done
@@ -9,10 +11,10 @@
 /// written to the key with the whole name: with a longer name they fail with ERROR_FILE_NOT_FOUND
 /// unless that key is there. The display name is cut to 63 characters too, but not on Windows 2000.
 /// On purpose.
-void registerUninstaller(const wchar_t* keyName,
-                         const wchar_t* displayName,
+void registerUninstaller(const WString& keyName,
+                         const WString& displayName,
                          const wchar_t* uninstallString);
 
 /// Removes the entry with the whole `otherKeyName` and the one with the first 63 characters of
 /// `keyName`; what is not there is not missed.
-void unregisterUninstaller(const wchar_t* keyName, const wchar_t* otherKeyName);
+void unregisterUninstaller(const WString& keyName, const WString& otherKeyName);

@@ -177,6 +177,12 @@ class DirectoriesTest {
         begin(system);
         Hooks.fail(open, 1, 0x80070005);
         assertFails(-30022, 0x80070005L, files::win32GetCommonDirectory);
+        begin(system);
+        Hooks.fail(open, 1, 0x80070005);
+        assertFails(-30022, 0x80070005L, files::win32GetVPDDirectory);
+        begin(system);
+        Hooks.fail(open, 1, 0x80070005);
+        assertEquals("", Direct.fileText("win32GetVPDDirectory", null));
     }
 
     @ParameterizedTest
