@@ -30,3 +30,10 @@ inline void throwUnlessZero(uint32_t error) {
   const uint32_t error = GetLastError();
   throw Win32Failure(error);
 }
+
+/// For functions that return whether they succeeded and leave the reason as the last error.
+inline void throwUnless(bool succeeded) {
+  if (!succeeded) {
+    throwLastError();
+  }
+}

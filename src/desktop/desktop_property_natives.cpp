@@ -51,9 +51,7 @@ jstring getPrincipal(JNIEnv* env, jint code, Principal which, const Place& place
       return nullptr;
     }
     return nativeText(env, code, [&](WString& name) {
-      AccountName account;
-      throwUnlessZero(readPrincipal(pathOf(env, place).c_str(), which, account));
-      name = account.name;
+      name = readPrincipal(pathOf(env, place).c_str(), which).name;
     });
   });
 }
@@ -67,23 +65,21 @@ void setPrincipal(JNIEnv* env, jint code, Principal which, const Place& place, j
     }
     const WString path = pathOf(env, place);
     const JniString name(env, account);
-    throwUnlessZero(writePrincipal(path.c_str(), which, name.get()));
+    writePrincipal(path.c_str(), which, name.get());
   });
 }
 
 template <class Place>
 jobject getAttributes(JNIEnv* env, jint code, const Place& place) {
   return nativeFrame(env, code, [&] {
-    jobject attributes = nullptr;
-    throwUnlessZero(getPathAttributes(env, pathOf(env, place).c_str(), attributes));
-    return attributes;
+    return getPathAttributes(env, pathOf(env, place).c_str());
   });
 }
 
 template <class Place>
 void setAttributes(JNIEnv* env, jint code, const Place& place, jobject attributes) {
   nativeFrame(env, code, [&] {
-    throwUnlessZero(setPathAttributes(env, pathOf(env, place).c_str(), attributes));
+    setPathAttributes(env, pathOf(env, place).c_str(), attributes);
   });
 }
 

@@ -52,20 +52,27 @@ jint reported(JNIEnv* env, jint code, const FileOutcome& outcome) {
   return outcome.result;
 }
 
-/// Windows 9x has no owners: "" is the answer there. A group of a domain that is not trusted any
-/// more is passed over, on purpose.
+/// A group of a domain that is not trusted any more has no name that could be asked for; the file is
+/// none the worse for it, and the answer is "".
+WString principalName(const wchar_t* path, Principal which) {
+  try {
+    return readPrincipal(path, which).name;
+  } catch (const Win32Failure& failure) {
+    if (which != Principal::kGroup || failure.code() != ERROR_TRUSTED_RELATIONSHIP_FAILURE) {
+      throw;
+    }
+    return {};
+  }
+}
+
+/// Windows 9x has no owners: "" is the answer there.
 jstring getPrincipal(JNIEnv* env, jint code, jstring path, Principal which) {
   return nativeText(env, code, [&](WString& name) {
     if (isWindows9x()) {
       return;
     }
     const JniString file(env, path);
-    AccountName account;
-    const DWORD error = readPrincipal(file.get(), which, account);
-    if (which != Principal::kGroup || error != ERROR_TRUSTED_RELATIONSHIP_FAILURE) {
-      throwUnlessZero(error);
-    }
-    name = account.name;
+    name = principalName(file.get(), which);
   });
 }
 
@@ -77,14 +84,14 @@ void setPrincipal(JNIEnv* env, jint code, jstring path, Principal which, jstring
     }
     const JniString file(env, path);
     const JniString name(env, account);
-    throwUnlessZero(writePrincipal(file.get(), which, name.get()));
+    writePrincipal(file.get(), which, name.get());
   });
 }
 
 void setTimes(JNIEnv* env, jint code, jstring file, const FileTimes& times) {
   nativeFrame(env, code, [&] {
     const JniString path(env, file);
-    throwUnlessZero(setFileTimes(path.get(), times));
+    setFileTimes(path.get(), times);
   });
 }
 
@@ -98,9 +105,7 @@ Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_getFileAttributes(JN
                                                                               jstring path) {
   return nativeFrame(env, kGetAttributesFailed, [&] {
     const JniString file(env, path);
-    jobject attributes = nullptr;
-    throwUnlessZero(getPathAttributes(env, file.get(), attributes));
-    return attributes;
+    return getPathAttributes(env, file.get());
   });
 }
 
@@ -111,7 +116,7 @@ Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_setFileAttributes(JN
                                                                               jobject attributes) {
   nativeFrame(env, kSetAttributesFailed, [&] {
     const JniString file(env, path);
-    throwUnlessZero(setPathAttributes(env, file.get(), attributes));
+    setPathAttributes(env, file.get(), attributes);
   });
 }
 

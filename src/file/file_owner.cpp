@@ -4,6 +4,7 @@
 
 #include "bridge/runtime_function.h"
 #include "bridge/scoped_handle.h"
+#include "bridge/win32_failure.h"
 #include "security/privilege_enabler.h"
 
 namespace {
@@ -14,7 +15,7 @@ using SecurityReader = RuntimeFunction<decltype(&GetNamedSecurityInfoW)>;
 using SidLookUp = RuntimeFunction<decltype(&LookupAccountSidW)>;
 using NameLookUp = RuntimeFunction<decltype(&LookupAccountNameW)>;
 
-DWORD findAccount(const SidLookUp& lookupAccountSid, PSID sid, AccountName& account) {
+AccountName findAccount(const SidLookUp& lookupAccountSid, PSID sid) {
   DWORD nameSize = 0;
   DWORD domainSize = 0;
   SID_NAME_USE use = SidTypeUnknown;
@@ -23,37 +24,34 @@ DWORD findAccount(const SidLookUp& lookupAccountSid, PSID sid, AccountName& acco
   ByteBuffer domain;
   name.allocate(nameSize, sizeof(wchar_t));
   domain.allocate(domainSize, sizeof(wchar_t));
-  const BOOL found = lookupAccountSid(nullptr,
-                                      sid,
-                                      name.data<wchar_t>(),
-                                      &nameSize,
-                                      domain.data<wchar_t>(),
-                                      &domainSize,
-                                      &use);
-  if (found == FALSE) {
-    return GetLastError();
-  }
-  account = {boundedText(name.data<wchar_t>(), name.count()),
-             boundedText(domain.data<wchar_t>(), domain.count())};
-  return ERROR_SUCCESS;
+  throwUnless(lookupAccountSid(nullptr,
+                               sid,
+                               name.data<wchar_t>(),
+                               &nameSize,
+                               domain.data<wchar_t>(),
+                               &domainSize,
+                               &use) != FALSE);
+  return {boundedText(name.data<wchar_t>(), name.count()),
+          boundedText(domain.data<wchar_t>(), domain.count())};
 }
 
-/// The last error is the function's own when this returns.
-BOOL findSid(const NameLookUp& lookupAccountName, const wchar_t* account, ByteBuffer& sid) {
+ByteBuffer findSid(const NameLookUp& lookupAccountName, const wchar_t* account) {
   DWORD sidSize = 0;
   DWORD domainSize = 0;
   SID_NAME_USE use = SidTypeUnknown;
   lookupAccountName(nullptr, account, nullptr, &sidSize, nullptr, &domainSize, &use);  // the sizes
+  ByteBuffer sid;
   ByteBuffer domain;
   sid.allocate(sidSize, 1);
   domain.allocate(domainSize, sizeof(wchar_t));
-  return lookupAccountName(nullptr,
-                           account,
-                           sid.data(),
-                           &sidSize,
-                           domain.data<wchar_t>(),
-                           &domainSize,
-                           &use);
+  throwUnless(lookupAccountName(nullptr,
+                                account,
+                                sid.data(),
+                                &sidSize,
+                                domain.data<wchar_t>(),
+                                &domainSize,
+                                &use) != FALSE);
+  return sid;
 }
 
 /// The functions that set an owner, looked up in this order up to the first that is missing.
@@ -83,13 +81,11 @@ struct Writing {
 
 }  // namespace
 
-DWORD readPrincipal(const wchar_t* path, Principal which, AccountName& account) {
+AccountName readPrincipal(const wchar_t* path, Principal which) {
   SecurityReader getNamedSecurityInfo;
   SidLookUp lookupAccountSid;
-  if (!(getNamedSecurityInfo = {kAdvapi32, "GetNamedSecurityInfoW"}) ||
-      !(lookupAccountSid = {kAdvapi32, "LookupAccountSidW"})) {
-    return GetLastError();
-  }
+  throwUnless((getNamedSecurityInfo = {kAdvapi32, "GetNamedSecurityInfoW"}) &&
+              (lookupAccountSid = {kAdvapi32, "LookupAccountSidW"}));
   const bool owner = which == Principal::kOwner;
   PSID sid = nullptr;
   PSECURITY_DESCRIPTOR descriptor = nullptr;
@@ -102,20 +98,16 @@ DWORD readPrincipal(const wchar_t* path, Principal which, AccountName& account) 
                                            nullptr,
                                            &descriptor);
   const LocalHolder holder(descriptor);
-  return error != ERROR_SUCCESS ? error : findAccount(lookupAccountSid, sid, account);
+  throwUnlessZero(error);
+  return findAccount(lookupAccountSid, sid);
 }
 
-DWORD writePrincipal(const wchar_t* path, Principal which, const wchar_t* account) {
+void writePrincipal(const wchar_t* path, Principal which, const wchar_t* account) {
   Writing functions;
-  if (!functions.find()) {
-    return GetLastError();
-  }
-  ByteBuffer sid;
-  if (findSid(functions.lookupAccountName, account, sid) == FALSE) {
-    return GetLastError();
-  }
+  throwUnless(functions.find());
+  const ByteBuffer sid = findSid(functions.lookupAccountName, account);
   const PrivilegeEnabler takeOwnership("SeTakeOwnershipPrivilege");
   const PrivilegeEnabler restore("SeRestorePrivilege");
   const PrivilegeEnabler backup("SeBackupPrivilege");
-  return functions.set(path, which, sid.data()) != FALSE ? ERROR_SUCCESS : GetLastError();
+  throwUnless(functions.set(path, which, sid.data()) != FALSE);
 }

@@ -16,12 +16,12 @@ struct AccountName {
   WString domain;
 };
 
-/// Both return 0 or the Win32 error. The functions are looked up in advapi32.dll.
+/// Both throw Win32Failure. The functions are looked up in advapi32.dll.
 
 /// Win32: GetNamedSecurityInfoW, LookupAccountSidW.
-DWORD readPrincipal(const wchar_t* path, Principal which, AccountName& account);
+AccountName readPrincipal(const wchar_t* path, Principal which);
 
 /// `account`: whatever LookupAccountNameW accepts, a bare name or one with its domain. An
 /// administrator may give a file to anybody: the privileges for that are enabled first. Win32:
 /// LookupAccountNameW, SetFileSecurityW.
-DWORD writePrincipal(const wchar_t* path, Principal which, const wchar_t* account);
+void writePrincipal(const wchar_t* path, Principal which, const wchar_t* account);

@@ -2,6 +2,7 @@
 
 #include "bridge/ansi_or_wide.h"
 #include "bridge/scoped_handle.h"
+#include "bridge/win32_failure.h"
 #include "file/read_only_guard.h"
 
 namespace {
@@ -23,7 +24,7 @@ class FileTimeArgument {
 
 }  // namespace
 
-DWORD setFileTimes(const wchar_t* path, const FileTimes& times) {
+void setFileTimes(const wchar_t* path, const FileTimes& times) {
   const ReadOnlyGuard guard(path, true);
   const ScopedFile file(ansiOrWide(CreateFileA,
                                    CreateFileW,
@@ -34,12 +35,9 @@ DWORD setFileTimes(const wchar_t* path, const FileTimes& times) {
                                    DWORD{OPEN_EXISTING},
                                    DWORD{0},
                                    nullptr));
-  if (!file) {
-    return GetLastError();
-  }
-  const BOOL set = SetFileTime(file.get(),
-                               FileTimeArgument(times.created).get(),
-                               FileTimeArgument(times.accessed).get(),
-                               FileTimeArgument(times.modified).get());
-  return set != FALSE ? ERROR_SUCCESS : GetLastError();
+  throwUnless(static_cast<bool>(file));
+  throwUnless(SetFileTime(file.get(),
+                          FileTimeArgument(times.created).get(),
+                          FileTimeArgument(times.accessed).get(),
+                          FileTimeArgument(times.modified).get()) != FALSE);
 }

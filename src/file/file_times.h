@@ -1,7 +1,5 @@
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <optional>
 
@@ -14,6 +12,5 @@ struct FileTimes {
 };
 
 /// Sets the times of a file; a read-only file stays read-only. Not of a directory: that fails with
-/// ERROR_ACCESS_DENIED. Returns 0 or the Win32 error.
-/// Win32: CreateFileA/W, SetFileTime.
-DWORD setFileTimes(const wchar_t* path, const FileTimes& times);
+/// ERROR_ACCESS_DENIED. Throws Win32Failure. Win32: CreateFileA/W, SetFileTime.
+void setFileTimes(const wchar_t* path, const FileTimes& times);

@@ -3,43 +3,36 @@
 #include <string_view>
 
 #include "bridge/ansi_or_wide.h"
+#include "bridge/win32_failure.h"
 #include "file/file_attribute_mapper.h"
 
 namespace {
 
-/// Does the conversion. A failure of it is E_FAIL: Windows has no name for the reason.
+/// The result of a conversion; no AttributeException leaves this file.
 template <class Conversion>
-DWORD failureOf(const Conversion& conversion) {
+auto converted(const Conversion& conversion) {
   try {
-    conversion();
-    return ERROR_SUCCESS;
+    return conversion();
   } catch (const AttributeException&) {
-    return static_cast<DWORD>(E_FAIL);
+    throw Win32Failure(static_cast<uint32_t>(E_FAIL));
   }
 }
 
 }  // namespace
 
-DWORD getPathAttributes(JNIEnv* env, const wchar_t* path, jobject& attributes) {
+jobject getPathAttributes(JNIEnv* env, const wchar_t* path) {
   const DWORD mask = ansiOrWide(GetFileAttributesA, GetFileAttributesW, path);
-  if (mask == INVALID_FILE_ATTRIBUTES) {
-    return GetLastError();
-  }
-  return failureOf([&] { attributes = FileAttributeMapper(env, mask).build(); });
+  throwUnless(mask != INVALID_FILE_ATTRIBUTES);
+  return converted([&] { return FileAttributeMapper(env, mask).build(); });
 }
 
-DWORD setPathAttributes(JNIEnv* env, const wchar_t* path, jobject attributes) {
+void setPathAttributes(JNIEnv* env, const wchar_t* path, jobject attributes) {
   if (path != nullptr && std::wstring_view(path) == L".") {
-    return static_cast<DWORD>(E_INVALIDARG);
+    throw Win32Failure(static_cast<uint32_t>(E_INVALIDARG));
   }
   if (attributes == nullptr) {
-    return ERROR_INVALID_PARAMETER;
+    throw Win32Failure(ERROR_INVALID_PARAMETER);
   }
-  DWORD mask = 0;
-  const DWORD failure = failureOf([&] { mask = FileAttributeMapper(env).read(attributes); });
-  if (failure != ERROR_SUCCESS) {
-    return failure;
-  }
-  const BOOL set = ansiOrWide(SetFileAttributesA, SetFileAttributesW, path, mask);
-  return set != FALSE ? ERROR_SUCCESS : GetLastError();
+  const DWORD mask = converted([&] { return FileAttributeMapper(env).read(attributes); });
+  throwUnless(ansiOrWide(SetFileAttributesA, SetFileAttributesW, path, mask) != FALSE);
 }

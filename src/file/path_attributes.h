@@ -3,13 +3,14 @@
 #include <jni.h>
 #include <windows.h>
 
-/// The attributes of a path as Java's FileAttributes. Both return 0 or the reason of the failure: a
-/// Win32 error, E_FAIL when the Java object could not be read or built. They throw
-/// PendingJavaException when a method of the object threw.
+/// The attributes of a path as Java's FileAttributes. Both throw Win32Failure: with the Win32 error,
+/// or with E_FAIL when the Java object could not be read or built, for which Windows has no name.
+/// They throw PendingJavaException when a method of the object threw.
 
-/// Puts a new local reference into `attributes`. Win32: GetFileAttributesA/W.
-DWORD getPathAttributes(JNIEnv* env, const wchar_t* path, jobject& attributes);
+/// A new local reference. Win32: GetFileAttributesA/W.
+jobject getPathAttributes(JNIEnv* env, const wchar_t* path);
 
 /// Win32: SetFileAttributesA/W. The path "." is refused with E_INVALIDARG, here and not when
-/// getting, on purpose; no attributes at all are refused with ERROR_INVALID_PARAMETER.
-DWORD setPathAttributes(JNIEnv* env, const wchar_t* path, jobject attributes);
+/// getting: asking harms nobody, while "." would be whatever directory the process is in. No
+/// attributes at all are refused with ERROR_INVALID_PARAMETER.
+void setPathAttributes(JNIEnv* env, const wchar_t* path, jobject attributes);
