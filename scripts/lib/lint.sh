@@ -19,3 +19,15 @@ clang_build() {
   cp "$project/.clang-tidy" "$config"
   build_preset clang "$1" "-DCMAKE_CXX_CLANG_TIDY=clang-tidy;--quiet;--config-file=$config" "${@:2}"
 }
+
+# check_sources: the rules that a reader of the sources can rely on.
+check_sources() {
+  check "Sources: a room knows only those below it" source_rule arrows
+  check "Sources: everything is in the library's namespace" source_rule namespace
+  check "Sources: Javadoc and reference name the same codes" source_rule codes
+  check "Sources: every native is found by its class and method" source_rule natives
+}
+
+source_rule() {
+  /usr/bin/python3 "$project/scripts/lib/source_checks.py" "$1"
+}
