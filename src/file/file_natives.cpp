@@ -52,8 +52,8 @@ jint reported(JNIEnv* env, jint code, const FileOutcome& outcome) {
   return outcome.result;
 }
 
-/// A group of a domain that is not trusted any more has no name that could be asked for; the file is
-/// none the worse for it, and the answer is "".
+/// A group of a domain that is not trusted any more has no name that could be asked for; the file
+/// is none the worse for it, and the answer is "".
 WString principalName(const wchar_t* path, Principal which) {
   try {
     return readPrincipal(path, which).name;
@@ -234,45 +234,45 @@ Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_setFileOwnerGroup(JN
 JNIEXPORT jlong JNICALL
 Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_getPartitionFreeSpace(JNIEnv* env,
                                                                                   jobject,
-                                                                                  jstring root) {
+                                                                                  jstring drive) {
   return nativeFrame(env, kFreeSpaceFailed, [&] {
-    const JniString path(env, root);
-    return jlong{partitionFreeSpace(path.get())};
+    const JniString path(env, drive);
+    return jlong{driveFreeSpace(path.get())};
   });
 }
 
 JNIEXPORT jobjectArray JNICALL
 Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_getPartitionNames(JNIEnv* env,
                                                                               jobject) {
-  return nativeFrame(env, [&] { return newJavaStringArray(env, partitionNames(), L""); });
+  return nativeFrame(env, [&] { return newJavaStringArray(env, driveNames(), L""); });
 }
 
 JNIEXPORT jint JNICALL
 Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_getPartitionType(JNIEnv* env,
                                                                              jobject,
-                                                                             jstring root) {
+                                                                             jstring drive) {
   return nativeFrame(env, [&] {
-    const JniString path(env, root);
-    return jint{partitionType(path.get())};
+    const JniString path(env, drive);
+    return jint{driveType(path.get())};
   });
 }
 
 JNIEXPORT jstring JNICALL
 Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_getPartitionFormat(JNIEnv* env,
                                                                                jobject,
-                                                                               jstring root) {
+                                                                               jstring drive) {
   return nativeText(env, kFormatFailed, [&](WString& format) {
-    const JniString path(env, root);
-    format = partitionFormat(path.get());
+    const JniString path(env, drive);
+    format = driveFormat(path.get());
   });
 }
 
 JNIEXPORT jboolean JNICALL
 Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_supportsLongFileNames(JNIEnv* env,
                                                                                   jobject,
-                                                                                  jstring root) {
+                                                                                  jstring drive) {
   return nativeFrame(env, kLongFileNamesFailed, [&] {
-    const JniString path(env, root);
+    const JniString path(env, drive);
     return toJavaBoolean(supportsLongFileNames(path.get()));
   });
 }

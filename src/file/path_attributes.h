@@ -3,9 +3,9 @@
 #include <jni.h>
 #include <windows.h>
 
-/// The attributes of a path as Java's FileAttributes. Both throw Win32Failure: with the Win32 error,
-/// or with E_FAIL when the Java object could not be read or built, for which Windows has no name.
-/// They throw PendingJavaException when a method of the object threw.
+/// The attributes of a path as Java's FileAttributes. Both throw Win32Failure: with the Win32
+/// error, or with E_FAIL when the Java object could not be read or built, for which Windows has no
+/// name. They throw PendingJavaException when a method of the object threw.
 
 /// A new local reference. Win32: GetFileAttributesA/W.
 jobject getPathAttributes(JNIEnv* env, const wchar_t* path);

@@ -13,7 +13,7 @@ constexpr DWORD kFormatElements = 256;
 constexpr DWORD kLongName = 255;
 
 /// Clusters, sectors and bytes, for systems that count no further.
-BOOL countClusters(bool ansi, const wchar_t* root, uint64_t& bytes) {
+BOOL countClusters(bool ansi, const wchar_t* drive, uint64_t& bytes) {
   DWORD sectorsPerCluster = 0;
   DWORD bytesPerSector = 0;
   DWORD freeClusters = 0;
@@ -21,7 +21,7 @@ BOOL countClusters(bool ansi, const wchar_t* root, uint64_t& bytes) {
   const BOOL known = ansiOrWide(ansi,
                                 GetDiskFreeSpaceA,
                                 GetDiskFreeSpaceW,
-                                root,
+                                drive,
                                 &sectorsPerCluster,
                                 &bytesPerSector,
                                 &freeClusters,
@@ -30,31 +30,31 @@ BOOL countClusters(bool ansi, const wchar_t* root, uint64_t& bytes) {
   return known;
 }
 
-template <class Function, class Root>
-BOOL countBytes(const RuntimeFunction<Function>& getDiskFreeSpaceEx, Root root, uint64_t& bytes) {
+template <class Function, class Drive>
+BOOL countBytes(const RuntimeFunction<Function>& getDiskFreeSpaceEx, Drive drive, uint64_t& bytes) {
   ULARGE_INTEGER available = {};
   ULARGE_INTEGER total = {};
   ULARGE_INTEGER free = {};
-  const BOOL known = getDiskFreeSpaceEx(root, &available, &total, &free);
+  const BOOL known = getDiskFreeSpaceEx(drive, &available, &total, &free);
   bytes = available.QuadPart;
   return known;
 }
 
-BOOL freeBytesAnsi(const wchar_t* root, uint64_t& bytes) {
+BOOL freeBytesAnsi(const wchar_t* drive, uint64_t& bytes) {
   const RuntimeFunction<decltype(&GetDiskFreeSpaceExA)> getDiskFreeSpaceEx("kernel32.dll",
                                                                            "GetDiskFreeSpaceExA");
   if (!getDiskFreeSpaceEx) {
-    return countClusters(true, root, bytes);
+    return countClusters(true, drive, bytes);
   }
-  const AnsiText ansi(root);
+  const AnsiText ansi(drive);
   return countBytes(getDiskFreeSpaceEx, static_cast<const char*>(ansi), bytes);
 }
 
-BOOL freeBytesWide(const wchar_t* root, uint64_t& bytes) {
+BOOL freeBytesWide(const wchar_t* drive, uint64_t& bytes) {
   const RuntimeFunction<decltype(&GetDiskFreeSpaceExW)> getDiskFreeSpaceEx("kernel32.dll",
                                                                            "GetDiskFreeSpaceExW");
-  return getDiskFreeSpaceEx ? countBytes(getDiskFreeSpaceEx, root, bytes)
-                            : countClusters(false, root, bytes);
+  return getDiskFreeSpaceEx ? countBytes(getDiskFreeSpaceEx, drive, bytes)
+                            : countClusters(false, drive, bytes);
 }
 
 /// The texts of a list in which each has its terminator, and the last is followed by another.
@@ -69,10 +69,10 @@ std::vector<WString> split(const ByteBuffer& list) {
 
 }  // namespace
 
-int64_t partitionFreeSpace(const wchar_t* root) {
+int64_t driveFreeSpace(const wchar_t* drive) {
   const CriticalErrorSuppressor suppressor;
   uint64_t bytes = 0;
-  const BOOL known = isWindows9x() ? freeBytesAnsi(root, bytes) : freeBytesWide(root, bytes);
+  const BOOL known = isWindows9x() ? freeBytesAnsi(drive, bytes) : freeBytesWide(drive, bytes);
   if (known == FALSE) {
     throwUnlessZero(GetLastError());
     return 0;
@@ -80,27 +80,27 @@ int64_t partitionFreeSpace(const wchar_t* root) {
   return static_cast<int64_t>(bytes);
 }
 
-std::vector<WString> partitionNames() {
+std::vector<WString> driveNames() {
   const bool ansi = isWindows9x();
   const DWORD length =
       ansiOrWide(ansi, GetLogicalDriveStringsA, GetLogicalDriveStringsW, DWORD{0}, nullptr);
-  ByteBuffer roots;
-  roots.allocate(length + 1, ansi ? sizeof(char) : sizeof(wchar_t));
+  ByteBuffer list;
+  list.allocate(length + 1, ansi ? sizeof(char) : sizeof(wchar_t));
   ansiOrWide(ansi,
              GetLogicalDriveStringsA,
              GetLogicalDriveStringsW,
-             DWORD{roots.count()},
-             TextBuffer(roots.data()));
+             DWORD{list.count()},
+             TextBuffer(list.data()));
   if (ansi) {
     ByteBuffer wide;
-    throwUnlessConverted(ansiToWideN(roots.data<char>(), roots.count(), wide));
-    roots = std::move(wide);
+    throwUnlessConverted(ansiToWideN(list.data<char>(), list.count(), wide));
+    list = std::move(wide);
   }
-  return split(roots);
+  return split(list);
 }
 
-int partitionType(const wchar_t* root) {
-  switch (GetDriveTypeA(ansiArgument(root))) {
+int driveType(const wchar_t* drive) {
+  switch (GetDriveTypeA(ansiArgument(drive))) {
     case DRIVE_FIXED:
       return 1;
     case DRIVE_REMOVABLE:
@@ -116,7 +116,7 @@ int partitionType(const wchar_t* root) {
   }
 }
 
-WString partitionFormat(const wchar_t* root) {
+WString driveFormat(const wchar_t* drive) {
   const CriticalErrorSuppressor suppressor;
   const bool ansi = isWindows9x();
   DWORD longestName = 0;
@@ -125,7 +125,7 @@ WString partitionFormat(const wchar_t* root) {
   const BOOL known = ansiOrWide(ansi,
                                 GetVolumeInformationA,
                                 GetVolumeInformationW,
-                                root,
+                                drive,
                                 nullptr,
                                 DWORD{0},
                                 nullptr,
@@ -140,11 +140,11 @@ WString partitionFormat(const wchar_t* root) {
               : boundedText(format, kFormatElements);
 }
 
-bool supportsLongFileNames(const wchar_t* root) {
+bool supportsLongFileNames(const wchar_t* drive) {
   const CriticalErrorSuppressor suppressor;
   DWORD longestName = 0;
   DWORD flags = 0;
-  if (GetVolumeInformationA(ansiArgument(root),
+  if (GetVolumeInformationA(ansiArgument(drive),
                             nullptr,
                             0,
                             nullptr,

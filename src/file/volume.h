@@ -7,20 +7,21 @@
 
 #include "bridge/text.h"
 
-/// Drives and what they hold. A root is a path such as C:\. Failures are thrown as Win32Failure.
+/// Drives and what they hold. A drive is named by its root, a path such as C:\. Failures are thrown
+/// as Win32Failure.
 
 /// Bytes free for the caller. A failure for which the system names no reason counts as 0 bytes.
 /// Win32: GetDiskFreeSpaceExA/W, or GetDiskFreeSpaceA/W where that is missing.
-int64_t partitionFreeSpace(const wchar_t* root);
+int64_t driveFreeSpace(const wchar_t* drive);
 
-/// The roots of all drives. Win32: GetLogicalDriveStringsA/W.
-std::vector<WString> partitionNames();
+/// All drives. Win32: GetLogicalDriveStringsA/W.
+std::vector<WString> driveNames();
 
 /// 1 fixed, 2 removable, 3 remote, 4 CD, 5 RAM disk, -1 anything else. Win32: GetDriveTypeA.
-int partitionType(const wchar_t* root);
+int driveType(const wchar_t* drive);
 
 /// The name of the file system. Win32: GetVolumeInformationA/W.
-WString partitionFormat(const wchar_t* root);
+WString driveFormat(const wchar_t* drive);
 
 /// Whether a name may have 255 characters. Win32: GetVolumeInformationA.
-bool supportsLongFileNames(const wchar_t* root);
+bool supportsLongFileNames(const wchar_t* drive);
