@@ -5,6 +5,7 @@
 
 #include "bridge/ansi_or_wide.h"
 #include "bridge/path.h"
+#include "bridge/win32_failure.h"
 #include "desktop/folder_chain.h"
 #include "desktop/folder_tokens.h"
 #include "desktop/shell_notification.h"
@@ -17,9 +18,10 @@ namespace {
 constexpr const wchar_t* kExtensions[] = {L".lnk", L".pif", L".url"};
 
 DWORD createFolders(const WString& folder, const WString& subfolder) {
+  const WString path = folderPath(folder, subfolder);
   const DWORD error = createFolderChain(folder, subfolder);
   if (error == ERROR_SUCCESS) {
-    notifyShell(SHCNE_MKDIR, folderPath(folder, subfolder));
+    notifyShell(SHCNE_MKDIR, path);
   }
   return error;
 }
@@ -76,9 +78,18 @@ DWORD deleteShortcut(const WString& base) {
   return ERROR_SUCCESS;
 }
 
-/// A path as the shell spells it: without separators at its end.
+/// A path as the shell spells it: without what Windows cuts off its end.
 WString withoutEnd(const WString& path) {
-  return path.substr(0, path.find_last_not_of(L"\\/") + 1);
+  return path.substr(0, path.find_last_not_of(L"\\/. ") + 1);
+}
+
+/// What of a subfolder is removed with a folder or a shortcut: nothing but what is below the folder
+/// and is named. "." is the folder itself, and "sub\\.." may be it.
+WString belowFolder(const WString& subfolder) {
+  if (leadsUpwards(subfolder)) {
+    throw Win32Failure(ERROR_BAD_PATHNAME);
+  }
+  return namedPath(subfolder);
 }
 
 }  // namespace
@@ -89,11 +100,9 @@ DWORD createDesktopFolder(WString folder, const WString& subfolder) {
 }
 
 DWORD removeDesktopFolder(WString folder, const WString& subfolder) {
+  const WString below = belowFolder(subfolder);
   const DWORD error = expandFolderTokens(folder);
-  if (error != ERROR_SUCCESS || !namesFolder(subfolder)) {
-    return error;
-  }
-  return removeFolders(folder, subfolder);
+  return error != ERROR_SUCCESS || below.empty() ? error : removeFolders(folder, below);
 }
 
 DWORD createDesktopItem(WString folder,
@@ -114,14 +123,14 @@ DWORD createDesktopItem(WString folder,
 }
 
 DWORD removeDesktopItem(WString folder, const WString& subfolder, const WString& name) {
+  const WString below = belowFolder(subfolder);
   DWORD error = expandFolderTokens(folder);
   if (error == ERROR_SUCCESS) {
-    error = deleteShortcut(itemPath(folder, subfolder, name, L""));
+    error = deleteShortcut(itemPath(folder, below, name, L""));
   }
-  if (error != ERROR_SUCCESS || !namesFolder(subfolder)) {
+  if (error != ERROR_SUCCESS || below.empty()) {
     return error;
   }
-  const bool keep =
-      isWindowsXPOrLater() && isSpecialFolder(withoutEnd(folderPath(folder, subfolder)));
-  return keep ? ERROR_SUCCESS : removeFolders(folder, subfolder);
+  const bool keep = isWindowsXPOrLater() && isSpecialFolder(withoutEnd(folderPath(folder, below)));
+  return keep ? ERROR_SUCCESS : removeFolders(folder, below);
 }

@@ -7,8 +7,10 @@
 
 /// Folders and shortcuts in the Start menu and on the desktop. `folder` may hold folder tokens (see
 /// expandFolderTokens); `subfolder` is a path below it, which may be empty. The shell is told of
-/// each change. All return 0, a Win32 error or an HRESULT; for a text that the code page lost
-/// they throw Win32Failure.
+/// each change. All return 0, a Win32 error or an HRESULT; they throw Win32Failure for a text that
+/// the code page lost, and for a folder that is a drive and nothing else (see folderPath). What
+/// removes throws it for a subfolder that leads upwards, too (ERROR_BAD_PATHNAME), and passes over
+/// what names nothing in it (see namedPath): the folder itself stays.
 
 DWORD createDesktopFolder(WString folder, const WString& subfolder);
 

@@ -16,16 +16,6 @@ DWORD removeFolder(const WString& path) {
   return removed != FALSE ? ERROR_SUCCESS : GetLastError();
 }
 
-std::vector<WString> componentsOf(const WString& path) {
-  std::vector<WString> components;
-  for (size_t at = path.find_first_not_of(kSeparators); at != WString::npos;) {
-    const size_t end = path.find_first_of(kSeparators, at);
-    components.push_back(path.substr(at, end - at));
-    at = path.find_first_not_of(kSeparators, end);
-  }
-  return components;
-}
-
 /// The folders that one call has made. Unless they are kept they are removed again, the last one
 /// first.
 class CreatedFolders {
@@ -118,8 +108,4 @@ DWORD removeFolderChain(const WString& folder, const WString& subfolder) {
         separator == WString::npos ? separator : subfolder.find_last_not_of(kSeparators, separator);
   }
   return ERROR_SUCCESS;
-}
-
-bool namesFolder(const WString& subfolder) noexcept {
-  return subfolder.find_first_not_of(kSeparators) != WString::npos;
 }

@@ -14,9 +14,7 @@
 DWORD createFolderChain(const WString& folder, const WString& subfolder);
 
 /// Removes folder\a\b\c, then folder\a\b and so on up to folder\a; the first failure ends it.
-/// `folder` itself always stays. ERROR_FILE_NOT_FOUND when the deepest is missing. Win32:
+/// `folder` itself always stays; `subfolder` leads nowhere but below it, and each of its components
+/// names something (see namedPath). ERROR_FILE_NOT_FOUND when the deepest is missing. Win32:
 /// RemoveDirectoryA/W.
 DWORD removeFolderChain(const WString& folder, const WString& subfolder);
-
-/// Whether `subfolder` has a name in it, not only separators.
-bool namesFolder(const WString& subfolder) noexcept;

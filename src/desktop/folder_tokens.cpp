@@ -4,7 +4,9 @@
 
 #include <string_view>
 
+#include "bridge/path.h"
 #include "bridge/platform.h"
+#include "bridge/win32_failure.h"
 #include "environment/special_folder.h"
 
 namespace {
@@ -63,6 +65,9 @@ DWORD expandFolderTokens(WString& text) {
 }
 
 WString folderPath(const WString& folder, const WString& subfolder) {
+  if (isDriveAlone(folder.c_str())) {
+    throw Win32Failure(ERROR_PATH_NOT_FOUND);
+  }
   WString path = folder;
   appendPathSeparator(path);
   return path + subfolder;

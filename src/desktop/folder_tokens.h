@@ -10,7 +10,9 @@
 /// then. A failure of "$UserStartMenu$" is passed over, on purpose.
 DWORD expandFolderTokens(WString& text);
 
-/// folder\subfolder and folder\subfolder\name.lnk; `folder` is expanded already.
+/// folder\subfolder and folder\subfolder\name.lnk; `folder` is expanded already. One that is
+/// a drive and nothing else (see isDriveAlone) would become its root here: Win32Failure with
+/// ERROR_PATH_NOT_FOUND is thrown.
 WString folderPath(const WString& folder, const WString& subfolder);
 WString itemPath(const WString& folder,
                  const WString& subfolder,

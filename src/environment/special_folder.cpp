@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
+#include <mbstring.h>
 #include <shlobj.h>
 
-#include <cstring>
 #include <utility>
 
 #include "bridge/ansi_or_wide.h"
@@ -35,6 +35,13 @@ class ItemList {
   LPITEMIDLIST list_;
 };
 
+/// Character by character: the second byte of a two-byte one can look like a letter, and its case
+/// counts.
+bool equalsWithoutCase(const char* one, const char* other) noexcept {
+  return _mbsicmp(reinterpret_cast<const unsigned char*>(one),
+                  reinterpret_cast<const unsigned char*>(other)) == 0;
+}
+
 }  // namespace
 
 SpecialFolder findSpecialFolder(int csidl) {
@@ -57,7 +64,7 @@ bool isSpecialFolder(const WString& path) {
     for (int csidl = first; csidl <= last; ++csidl) {
       char folder[MAX_PATH] = {};
       if (SHGetSpecialFolderPathA(nullptr, folder, csidl, FALSE) != FALSE &&
-          _strcmpi(folder, ansi) == 0) {
+          equalsWithoutCase(folder, ansi)) {
         return true;
       }
     }

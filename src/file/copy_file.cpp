@@ -1,6 +1,7 @@
 #include "file/copy_file.h"
 
 #include "bridge/ansi_or_wide.h"
+#include "bridge/path.h"
 #include "file/at_reboot.h"
 #include "file/read_only_guard.h"
 #include "file/reboot_file_list.h"
@@ -26,11 +27,6 @@ class FileCopy {
         copyOntoLockedTarget9x();
       }
     }
-    if (outcome_.error) {
-      // The reason is asked for anew and is not the one kept so far, on purpose: where the old file
-      // was put back, what that left is reported.
-      outcome_.error = GetLastError();
-    }
     return outcome_;
   }
 
@@ -53,7 +49,8 @@ class FileCopy {
     }
   }
 
-  /// The old file is out of the way. When the copy fails, it comes back.
+  /// The old file is out of the way. When the copy fails it comes back, and what that left as the
+  /// last error is reported: the reason why the old file is not back, if it is not.
   void copyIntoPlace(const MoveFileExFunction& moveFileEx) {
     if (copyTo(target_)) {
       // That the old file stays behind when this fails is no failure of the copy.
@@ -61,6 +58,7 @@ class FileCopy {
       outcome_.result = FileOutcome::kAtReboot;
     } else {
       moveFileEx(aside_.c_str(), target_, DWORD{0});
+      outcome_.error = GetLastError();
     }
   }
 
@@ -99,6 +97,9 @@ class FileCopy {
 }  // namespace
 
 FileOutcome copyFile(const wchar_t* source, const wchar_t* target, bool overwrite) {
+  if (isDriveAlone(target)) {
+    return {.error = ERROR_PATH_NOT_FOUND};
+  }
   const ReadOnlyGuard guard(target, false);
   return FileCopy(source, target, overwrite).run();
 }

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "bridge/text.h"
+#include "bridge/path.h"
 #include "file/delete_entry.h"
 #include "file/directory_search.h"
 
@@ -141,11 +141,9 @@ FileOutcome deleteEmptyDirectory(const wchar_t* path) {
 }
 
 FileOutcome deleteDirectory(const wchar_t* path, bool recursive) {
-  if (path == nullptr || *path == L'\0') {
-    // With a separator behind it, it would be the root of the current drive.
-    FileOutcome outcome;
-    outcome.error = ERROR_PATH_NOT_FOUND;
-    return outcome;
+  if (path == nullptr || *path == L'\0' || isDriveAlone(path)) {
+    // With a separator behind it, it would be the root of a drive.
+    return {.error = ERROR_PATH_NOT_FOUND};
   }
   return DirectoryWalker(recursive).run(path);
 }

@@ -17,5 +17,6 @@ FileOutcome deleteEmptyDirectory(const wchar_t* path);
 ///
 /// With `recursive`, a junction or a symbolic link in the tree is removed itself and never
 /// followed: nothing outside the directory is touched. (The given path may itself be one; it names
-/// the directory.) An empty path names no directory: ERROR_PATH_NOT_FOUND.
+/// the directory.) An empty path names no directory, nor does a drive and
+/// nothing else (see isDriveAlone): ERROR_PATH_NOT_FOUND.
 FileOutcome deleteDirectory(const wchar_t* path, bool recursive);

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "bridge/ansi_or_wide.h"
+#include "bridge/path.h"
 #include "file/at_reboot.h"
 #include "file/read_only_guard.h"
 
@@ -24,6 +25,9 @@ FileOutcome deleteNow(const wchar_t* path, EntryKind kind) {
 }  // namespace
 
 FileOutcome deleteEntry(const wchar_t* path, EntryKind kind) {
+  if (isDriveAlone(path)) {
+    return {FileOutcome::kFailed, ERROR_PATH_NOT_FOUND};
+  }
   const ReadOnlyGuard guard(path, false);
   const FileOutcome outcome = deleteNow(path, kind);
   if (outcome.error == ERROR_LOCK_VIOLATION) {

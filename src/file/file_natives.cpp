@@ -3,6 +3,7 @@
 #include "bridge/java_values.h"
 #include "bridge/jni_string.h"
 #include "bridge/native_text.h"
+#include "bridge/path.h"
 #include "bridge/platform.h"
 #include "file/copy_file.h"
 #include "file/critical_errors.h"
@@ -331,7 +332,7 @@ Java_com_corvane_wizard_platform_win32_Win32FileServiceImpl_isDirectoryWritable(
                                                                                 jstring directory) {
   return nativeFrame(env, [&] {
     const WString path = textFromJava(env, directory);
-    if (path.empty()) {
+    if (path.empty() || isDriveAlone(path.c_str())) {
       throwServiceException(env, E_INVALIDARG);
       return toJavaBoolean(false);
     }

@@ -1,5 +1,6 @@
 #include "file/move_file.h"
 
+#include "bridge/path.h"
 #include "bridge/platform.h"
 #include "file/at_reboot.h"
 #include "file/move_file_9x.h"
@@ -97,10 +98,10 @@ FileOutcome moveFileNT(const wchar_t* source, const wchar_t* target, bool overwr
 FileOutcome moveFile(const wchar_t* source, const wchar_t* target, bool overwrite) {
   if (target == nullptr) {
     // To some systems a move to nowhere is a deletion, and nobody asked for that.
-    FileOutcome outcome;
-    outcome.result = FileOutcome::kFailed;
-    outcome.error = ERROR_INVALID_PARAMETER;
-    return outcome;
+    return {FileOutcome::kFailed, ERROR_INVALID_PARAMETER};
+  }
+  if (isDriveAlone(source) || isDriveAlone(target)) {
+    return {FileOutcome::kFailed, ERROR_PATH_NOT_FOUND};
   }
   return isWindowsNT() ? moveFileNT(source, target, overwrite)
                        : moveFile9x(source, target, overwrite);

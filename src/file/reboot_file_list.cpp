@@ -118,8 +118,6 @@ DWORD RebootFileList::commit() {
   const DWORD error = writeToIniFile(lines_);
   if (error == ERROR_SUCCESS) {
     lines_.clear();
-  } else {
-    SetLastError(error);
   }
   return error;
 }

@@ -20,8 +20,7 @@ class RebootFileList {
   void addDelete(const char* path);
 
   /// Writes the lines into the file, which is made when it is missing. Returns 0, and the list is
-  /// empty then; or the Win32 error, which is the thread's last error too, and the lines are kept
-  /// and the text of the file is as it was.
+  /// empty then; or the Win32 error, and the lines are kept and the text of the file is as it was.
   DWORD commit();
 
   const std::vector<std::string>& lines() const noexcept { return lines_; }

@@ -38,10 +38,12 @@ WString currentVersionValue(const wchar_t* name) {
   return RegistryKey().getStringValue(kLocalMachine, kCurrentVersion, name, false);
 }
 
-/// Whether a file can be made in the directory, and deleted again.
+/// Whether a file can be made in the directory, and deleted again. Of a drive alone it would be the
+/// root that is tried.
 bool takesFiles(const WString& directory) {
   char name[MAX_PATH] = {};
-  return GetTempFileNameA(ansiArgument(directory.c_str()), "qvx", 0, name) != 0 &&
+  return !isDriveAlone(directory.c_str()) &&
+         GetTempFileNameA(ansiArgument(directory.c_str()), "qvx", 0, name) != 0 &&
          DeleteFileA(name) != FALSE;
 }
 

@@ -9,6 +9,10 @@ namespace bed {
 /// nobody counts on, and so is freed memory.
 class HeapGuard {
  public:
+  /// What each call of the heap leaves as the thread's last error: an error that is read after it,
+  /// and not on the line after the call that failed, shows as this number.
+  static constexpr uint32_t kLastError = 0xDEAD;
+
   static bool guards(const Call& call);
   /// Before malloc, calloc, realloc: asks for room for the guard. Before free: checks it. False
   /// when the call must not take place, because the block is already free.

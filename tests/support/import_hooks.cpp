@@ -115,10 +115,11 @@ void afterImport(Call& call) {
   if (!concerns()) {
     return;
   }
-  const LastErrorScope lastError;
+  LastErrorScope lastError;
   const BusyScope busy;
   if (HeapGuard::guards(call)) {
     HeapGuard::after(call);
+    lastError.set(HeapGuard::kLastError);
     return;
   }
   book(call);

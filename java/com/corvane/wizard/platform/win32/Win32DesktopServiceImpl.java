@@ -10,7 +10,8 @@ import com.corvane.wizard.service.ServiceException;
  * "$UserPrograms$", "$AllUsersPrograms$", "$UserStartMenu$", "$AllUsersStartMenu$", "$UserDesktop$" and
  * "$AllUsersDesktop$"; on Windows 95, 98 and ME all users' folders are the current user's. A shortcut is a
  * file with the extension ".lnk". The shell is told of changes. A null text counts as empty, but for the
- * target of a shortcut and for an account, which are handed to Windows.
+ * target of a shortcut and for an account, which are handed to Windows. A folder that is a drive and nothing
+ * else, such as "X:", is refused with 3 (ERROR_PATH_NOT_FOUND): it is no root.
  *
  * <p>A token that cannot be replaced is a failure. Only the methods for owners and attributes do not tell so:
  * they work on an empty path then, or on the shortcut's file name alone, and throw what comes of it.
@@ -40,7 +41,9 @@ public class Win32DesktopServiceImpl {
      * that is missing or still holds something is no failure. Windows: RemoveDirectory.
      *
      * @param folder the folder; may hold tokens
-     * @param subfolder a path below it, with backslashes or slashes; when empty, nothing is done
+     * @param subfolder a path below it, with backslashes or slashes; components of dots and blanks alone
+     *     (".", "...") name nothing, and when nothing is named, nothing is done; one with ".." is refused
+     *     with 161 (ERROR_BAD_PATHNAME)
      * @throws ServiceException -80001; never for a removal on Windows 95, 98 and ME
      */
     public native void removeDesktopFolder(String folder, String subfolder) throws ServiceException;
@@ -75,7 +78,7 @@ public class Win32DesktopServiceImpl {
      * 95, 98 and ME, ".pif" and ".url" are looked for too. Windows: DeleteFile, RemoveDirectory.
      *
      * @param folder the folder; may hold tokens
-     * @param subfolder a path below it, with backslashes or slashes; may be empty
+     * @param subfolder a path below it, as {@link #removeDesktopFolder} takes it; may be empty
      * @param name the name of the shortcut, without extension
      * @throws ServiceException -80003
      */

@@ -61,7 +61,8 @@ public class Win32FileServiceImpl {
      * ME. Windows: CopyFile, MoveFileEx.
      *
      * @param source the file to copy
-     * @param target the path of the copy
+     * @param target the path of the copy; a drive and nothing else, such as "X:", is refused with 3
+     *     (ERROR_PATH_NOT_FOUND)
      * @param overwrite whether a target that is there is replaced; otherwise it is a failure
      * @return {@link #DONE} or {@link #DONE_AT_REBOOT}
      * @throws ServiceException -30017
@@ -81,8 +82,9 @@ public class Win32FileServiceImpl {
      * that exists is not moved and nothing is reported; with it, a target that does not exist is a
      * failure. Windows: DeleteFile, MoveFile.
      *
-     * @param source the file to move
-     * @param target its new path; null is refused with 87 (ERROR_INVALID_PARAMETER)
+     * @param source the file to move; a drive and nothing else, such as "X:", is refused with 3
+     *     (ERROR_PATH_NOT_FOUND)
+     * @param target its new path; null is refused with 87 (ERROR_INVALID_PARAMETER), and a drive as above
      * @param overwrite whether a target that is there is replaced
      * @return {@link #DONE} or {@link #DONE_AT_REBOOT}
      * @throws ServiceException -30018
@@ -94,7 +96,7 @@ public class Win32FileServiceImpl {
      * ERROR_ACCESS_DENIED), is deleted at the next start; one of which another process has locked a range
      * stays, and the standard error stream says so. Windows: DeleteFile, MoveFileEx.
      *
-     * @param path the file
+     * @param path the file; a drive and nothing else, such as "X:", is refused with 3 (ERROR_PATH_NOT_FOUND)
      * @return {@link #DONE} or {@link #DONE_AT_REBOOT}
      * @throws ServiceException -30019
      */
@@ -107,7 +109,8 @@ public class Win32FileServiceImpl {
      * and never followed. Windows: FindFirstFile, DeleteFile, RemoveDirectory, MoveFileEx.
      *
      * @param path the directory, with or without a separator at its end; an empty path or null is refused
-     *     with 3 (ERROR_PATH_NOT_FOUND), with {@code directoryOnly} by Windows
+     *     with 3 (ERROR_PATH_NOT_FOUND), with {@code directoryOnly} by Windows; so is always a drive and
+     *     nothing else ("X:", "\\.\X:", "\\?\X:"), which is no root
      * @param directoryOnly whether only the directory itself is removed, which must be empty then
      * @param recursive whether sub-directories are deleted; without it, they make the removal of the
      *     directory fail with 145 (ERROR_DIR_NOT_EMPTY) after its files are deleted, unless one of these waits
@@ -288,7 +291,8 @@ public class Win32FileServiceImpl {
      *
      * @param directory the directory
      * @return whether it can; also true when the hundred names that are tried are all taken
-     * @throws ServiceException 0x80070057 (E_INVALIDARG) without a message, for an empty path or null
+     * @throws ServiceException 0x80070057 (E_INVALIDARG) without a message, for an empty path or null, and for a
+     *     drive and nothing else, such as "X:"
      */
     public native boolean isDirectoryWritable(String directory) throws ServiceException;
 

@@ -163,12 +163,34 @@ class DesktopTest {
         desktop.removeDesktopFolder(top, "a\\b\\c");
         assertEquals(List.of("", "a", "a\\kept"), folder.names());
         assertEquals(List.of(), Call.of("SHChangeNotify"));
-        for (String nothing : new String[] {"", null, "\\", "/\\/"}) {
+    }
+
+    /** The folder itself is never removed, nor what is above it. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "W10"})
+    void subfoldersThatNameNothingOrLeadUpwards(Windows system) throws Exception {
+        String only = folder.folder("only");
+        for (String nothing : new String[] {"", null, "\\", "/\\/", ".", " ", "...", "\\.", ". ./ .\\"}) {
+            folder.file("only/n.lnk", "");
             begin(system);
-            desktop.removeDesktopFolder(folder.folder("empty"), nothing);
-            assertTrue(folder.has("empty"));
+            desktop.removeDesktopItem(only, nothing, "n");
+            desktop.removeDesktopFolder(only, nothing);
+            assertEquals(List.of("", "only"), folder.names());
             assertEquals(List.of(), Call.of(system.function("RemoveDirectory")));
         }
+        folder.file("n.lnk", "");
+        folder.folder("only/sub");
+        for (String upwards : List.of("..", "sub\\..", "sub/ .. \\")) {
+            begin(system);
+            assertFails(-80001, 161, () -> desktop.removeDesktopFolder(only, upwards));
+            assertFails(-80003, 161, () -> desktop.removeDesktopItem(only, upwards, "n"));
+            assertEquals(List.of("", "n.lnk", "only", "only\\sub"), folder.names());
+        }
+        folder.folder("only/sub/..b");
+        begin(system);
+        desktop.removeDesktopFolder(only, ".\\sub/ \\..b\\ /");
+        assertTold(REMOVE, only + "\\\\sub\\..b/");
+        assertEquals(List.of("", "n.lnk", "only"), folder.names());
     }
 
     @ParameterizedTest
@@ -189,12 +211,14 @@ class DesktopTest {
         assertEquals(List.of(), Call.of("CoCreateInstance"));
 
         // A folder that is not removed is a failure on the NT family only.
-        begin(system);
-        Hooks.fail(system.function("RemoveDirectory"), 1, 5);
-        Outcome removed = Outcome.ofVoid(() -> desktop.removeDesktopFolder(top, "a"));
-        assertEquals(!system.isAnsi(), removed.isFailure(-80001, 5));
-        assertEquals(system.isAnsi(), !removed.isException());
-        assertEquals(List.of(), Call.of("SHChangeNotify"));
+        for (int error : new int[] {5, 3}) {
+            begin(system);
+            Hooks.fail(system.function("RemoveDirectory"), 1, error);
+            Outcome removed = Outcome.ofVoid(() -> desktop.removeDesktopFolder(top, "a"));
+            assertEquals(!system.isAnsi(), removed.isFailure(-80001, error));
+            assertEquals(system.isAnsi(), !removed.isException());
+            assertEquals(List.of(), Call.of("SHChangeNotify"));
+        }
     }
 
     @ParameterizedTest
@@ -339,6 +363,11 @@ class DesktopTest {
         assertEquals(stays ? 2 : 0, Call.of("SHGetSpecialFolderPathA").size());
         assertEquals(stays ? List.of(DELETE) : List.of(DELETE, REMOVE),
                 Call.of("SHChangeNotify").stream().map(call -> call.number(0)).toList());
+        folder.folder("s");
+        begin(system);
+        Hooks.answer("SHGetSpecialFolderPathA", 1, 1, latin1(folder.path("s") + "\0"));
+        desktop.removeDesktopItem(top, "s. ", "n");
+        assertEquals(stays, folder.has("s"), "Windows cuts the end off");
         folder.file("s/n.lnk", "");
         begin(system);
         desktop.removeDesktopItem(top, "s", "n");

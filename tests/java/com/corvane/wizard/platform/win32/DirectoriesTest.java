@@ -213,6 +213,11 @@ class DirectoriesTest {
         }
         folder.clear();  // of the probe that was not deleted
         begin(system);
+        Hooks.answerValue(1, system.encode("C:\0"));
+        Hooks.answer("SHGetPathFromIDListA", 1, 1, latin1("C:\\Data\0"));
+        assertEquals("C:\\Data", files.win32GetVPDDirectory());
+        assertEquals(List.of(), Call.of("GetTempFileNameA"), "not in the root of a drive");
+        begin(system);
         Hooks.fail("GetTempFileNameA", 1, 5);
         Hooks.fail("SHGetSpecialFolderLocation", 1, 0x80004005);
         assertFails(-30023, 3, files::win32GetVPDDirectory);

@@ -114,6 +114,36 @@ class DirectoryDeleteTest {
         assertEquals(List.of(), Reboot.pending());
     }
 
+    /** With a separator behind it, it would be the root: Windows is not even asked. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "W10"})
+    void nothingIsDeletedOrMadeByADriveAlone(Windows system) throws Exception {
+        Win32DesktopServiceImpl desktop = new Win32DesktopServiceImpl();
+        String file = folder.file("file", "kept");
+        for (String drive : List.of("Q:", "q: ", "\\\\.\\Q:", "\\\\?\\Q:", "//./Q:", "\\??\\Q:", "\\\\.\\/Volume{1}",
+                "\\\\?\\Volume{1}", "\\\\.\\Q:.")) {
+            watch(system);
+            assertFails(-30017, 3, () -> files.win32CopyFile(file, drive, true));
+            assertFails(-30018, 3, () -> files.win32MoveFile(file, drive, true));
+            assertFails(-30018, 3, () -> files.win32MoveFile(drive, file, true));
+            assertFails(-30019, 3, () -> files.win32DeleteFile(drive));
+            assertFails(-30020, 3, () -> delete(drive));
+            assertFails(-30020, 3, () -> files.win32DeleteDirectory(drive, true, true));
+            assertTrue(Outcome.of(() -> files.isDirectoryWritable(drive)).hasCode(0x80070057));
+            assertFails(-80000, 3, () -> desktop.createDesktopFolder(drive, "a"));
+            assertFails(-80001, 3, () -> desktop.removeDesktopFolder(drive, "a"));
+            assertFails(-80002, 3, () -> desktop.createDesktopItem(drive, "a", "n", "t", "", "", ""));
+            assertFails(-80003, 3, () -> desktop.removeDesktopItem(drive, "", "n"));
+            assertEquals(List.of(), Call.all().stream().map(Call::name)
+                    .filter(name -> name.matches("(Copy|Create|Delete|Find|Move|Remove|.etFile).*[AW]")).toList());
+        }
+        for (String root : List.of("Q:\\", "Q:/", "\\\\?\\Q:\\", "Q:.", "\\\\host\\share")) {
+            watch(system);
+            assertTrue(Outcome.of(() -> delete(root)).hasCode(-30020));
+            assertEquals(1, calls(system).size(), root);
+        }
+    }
+
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
     void onlyTheWayToAFileInUseStays(Windows system) throws Exception {

@@ -178,6 +178,27 @@ class FileDeleteTest {
         }
     }
 
+    /** What replaces and what is replaced: the system knows neither by its long name so early. */
+    @Test
+    void aReplacementIsNamedShortToo() throws Exception {
+        for (boolean copied : new boolean[] {true, false}) {
+            Reboot.forget();
+            Hooks.reset();
+            Windows.W98.use();
+            Hooks.fail(copied ? "CopyFileA" : "MoveFileA", 1, copied ? 32 : 5);
+            for (String name : List.of("C:\\OLD~1", "C:\\NEW~1")) {
+                Hooks.answer("GetShortPathNameA", 9);
+                Hooks.answer("GetShortPathNameA", 8, 1, Bytes.latin1(name + "\0"));
+            }
+            Hooks.arm();
+            String target = folder.path("target");
+            String source = folder.file("source", "new");
+            assertEquals(1, copied ? files.win32CopyFile(source, target, true)
+                    : files.win32MoveFile(source, target, true));
+            assertEquals("[Rename]\nC:\\OLD~1=C:\\NEW~1\n", Files.readString(Reboot.WIN_INIT));
+        }
+    }
+
     /** The file is made, or stays as long as it was, when it cannot be mapped. */
     @Test
     void aFailedMappingLeavesTheText() throws Exception {

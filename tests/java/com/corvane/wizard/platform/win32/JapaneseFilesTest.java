@@ -58,6 +58,16 @@ class JapaneseFilesTest {
         assertArrayEquals(("[Rename]\n" + line + "\n").getBytes(ANSI), Files.readAllBytes(Reboot.WIN_INIT));
     }
 
+    /** The names differ in a second byte that looks like a letter: 83 41 and 83 61. */
+    @Test
+    void aFolderWithAnotherNameIsNoneOfTheShells() throws Exception {
+        folder.file("\u30A2/n.lnk", "");
+        Windows.XP.use();
+        Hooks.answer("SHGetSpecialFolderPathA", 1, 1, (folder.path("\u30C0") + "\0").getBytes(ANSI));
+        new Win32DesktopServiceImpl().removeDesktopItem(folder.path(""), "\u30A2", "n");
+        assertFalse(folder.has("\u30A2"));
+    }
+
     @Test
     void treesAreDeleted() throws Exception {
         String tree = folder.folder("tree" + NAME);

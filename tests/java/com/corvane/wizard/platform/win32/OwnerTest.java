@@ -133,6 +133,9 @@ class OwnerTest {
             assertEquals(owner ? 1 : 2, set.number(1));
             assertDescriptor(set, owner);
             assertEquals(List.of(), Call.of("SetNamedSecurityInfoW"));
+            // The three privileges are enabled before.
+            assertEquals(3, Call.all().stream().map(Call::name).takeWhile(name -> !name.equals("SetFileSecurityW"))
+                    .filter("AdjustTokenPrivileges"::equals).count());
         }
     }
 

@@ -155,7 +155,7 @@ class StartMenuTest {
             begin(system);
             desktop.createDesktopItem("$UserDesktop$", "", GROUP, "C:\\app.exe", "", "", "");
             assertTrue(Files.isRegularFile(desktopFolder.resolve(GROUP + ".lnk")));
-            desktop.removeDesktopItem("$UserDesktop$", "", GROUP);
+            desktop.removeDesktopItem("$UserDesktop$", ".", GROUP);
             assertFalse(Files.exists(desktopFolder.resolve(GROUP + ".lnk")));
             assertTrue(Files.isDirectory(desktopFolder));
         }
