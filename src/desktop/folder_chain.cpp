@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/last_error.h"
-#include "bridge/path.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/path.h"
 #include "desktop/folder_tokens.h"
 
 namespace {

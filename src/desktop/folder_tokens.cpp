@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "bridge/platform.h"
+#include "bridge/win32/platform.h"
 #include "environment/special_folder.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/runtime_function.h"
+#include "bridge/win32/runtime_function.h"
 
 void useOneProcessor() noexcept {
   const RuntimeFunction<decltype(&SetProcessAffinityMask)> setProcessAffinityMask(

@@ -1,7 +1,7 @@
 #include "file/at_reboot.h"
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/platform.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/platform.h"
 #include "file/reboot_file_list.h"
 
 namespace {

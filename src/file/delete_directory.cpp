@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 #include "file/delete_entry.h"
 #include "file/directory_search.h"
 

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 #include "file/at_reboot.h"
 #include "file/read_only_guard.h"
 

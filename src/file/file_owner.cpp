@@ -2,8 +2,8 @@
 
 #include <aclapi.h>
 
-#include "bridge/runtime_function.h"
-#include "bridge/scoped_handle.h"
+#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/scoped_handle.h"
 #include "security/privilege_enabler.h"
 
 namespace {

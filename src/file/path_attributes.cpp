@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 #include "file/file_attribute_mapper.h"
 
 namespace {

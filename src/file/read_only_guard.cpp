@@ -1,7 +1,7 @@
 #include "file/read_only_guard.h"
 
-#include "bridge/last_error.h"
-#include "bridge/platform.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/platform.h"
 
 ReadOnlyGuard::ReadOnlyGuard(const wchar_t* path, bool restore)
     : ansi_(isWindows9x()), restore_(restore) {

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// Lifts the read-only attribute of a file for the length of an operation on it.
 ///

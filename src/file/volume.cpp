@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/runtime_function.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/win32_failure.h"
 #include "file/critical_errors.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 #include "registry/multi_string.h"
 #include "registry/registry_key.h"
 #include "registry/registry_result.h"

@@ -3,8 +3,8 @@
 #include <memory>
 #include <span>
 
-#include "bridge/byte_buffer.h"
-#include "bridge/runtime_function.h"
+#include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/runtime_function.h"
 #include "security/advapi32.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "security/privilege_enabler.h"
 
-#include "bridge/last_error.h"
-#include "bridge/platform.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/platform.h"
 #include "security/advapi32.h"
 
 PrivilegeEnabler::PrivilegeEnabler(const char* privilege) noexcept

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "bridge/byte_buffer.h"
+#include "bridge/win32/byte_buffer.h"
 
 /// A Java string copied for the length of one native call, as NUL-terminated UTF-16. A string with
 /// an embedded NUL is cut there in effect.

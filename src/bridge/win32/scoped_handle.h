@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "bridge/last_error.h"
+#include "bridge/win32/last_error.h"
 
 /// The scoped owner of one handle. `Traits` say what is owned:
 ///   using Handle = ...;

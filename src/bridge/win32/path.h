@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 
 /// Whether there is a file or directory at `path`; the thread's last error says why not.
 /// Win32: GetFileAttributesA/W.

@@ -1,9 +1,9 @@
-#include "bridge/jni_string.h"
+#include "bridge/java/jni_string.h"
 
 #include <cwchar>
 
-#include "bridge/java_values.h"
-#include "bridge/text.h"
+#include "bridge/java/java_values.h"
+#include "bridge/win32/text.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "bridge/java_values.h"
+#include "bridge/java/java_values.h"
 
 #include <windows.h>
 
 #include <climits>
 
-#include "bridge/jni_string.h"
-#include "bridge/win32_failure.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/win32/win32_failure.h"
 
 namespace {
 

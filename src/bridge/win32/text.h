@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "bridge/byte_buffer.h"
+#include "bridge/win32/byte_buffer.h"
 
 /// The library's UTF-16 string. All text that is built for Java or kept between system calls is
 /// one.
