@@ -63,12 +63,12 @@ class CreatedFolders {
       }
     }
     bool create() const noexcept {
-      return (ansi_ ? CreateDirectoryA(ansiText_.data<const char>(), nullptr)
+      return (ansi_ ? CreateDirectoryA(ansiText_.data<char>(), nullptr)
                     : CreateDirectoryW(wide_.c_str(), nullptr)) != FALSE;
     }
     void remove() const noexcept {
       if (ansi_) {
-        RemoveDirectoryA(ansiText_.data<const char>());
+        RemoveDirectoryA(ansiText_.data<char>());
       } else {
         RemoveDirectoryW(wide_.c_str());
       }

@@ -30,11 +30,11 @@ FileOutcome deleteAtReboot9x(const wchar_t* path) {
 }  // namespace
 
 MoveFileExFunction findMoveFileEx() noexcept {
-  return {"kernel32.dll", "MoveFileExW"};
+  return RUNTIME_FUNCTION(kernel32, MoveFileExW);
 }
 
 WString besideTarget(const wchar_t* target, const wchar_t* suffix) {
-  return (target == nullptr ? WString() : WString(target)) + suffix;
+  return textOrEmpty(target) + suffix;
 }
 
 FileOutcome deleteAtReboot(const wchar_t* path) {

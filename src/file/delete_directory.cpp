@@ -141,7 +141,7 @@ FileOutcome deleteEmptyDirectory(const wchar_t* path) {
 }
 
 FileOutcome deleteDirectory(const wchar_t* path, bool recursive) {
-  if (path == nullptr || *path == L'\0') {
+  if (!hasText(path)) {
     // With a separator behind it, it would be the root of the current drive.
     FileOutcome outcome;
     outcome.error = ERROR_PATH_NOT_FOUND;

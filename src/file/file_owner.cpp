@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr const char* kAdvapi32 = "advapi32.dll";
-
 using SecurityReader = RuntimeFunction<decltype(&GetNamedSecurityInfoW)>;
 using SidLookUp = RuntimeFunction<decltype(&LookupAccountSidW)>;
 using NameLookUp = RuntimeFunction<decltype(&LookupAccountNameW)>;
@@ -59,9 +57,9 @@ BOOL findSid(const NameLookUp& lookupAccountName, const wchar_t* account, ByteBu
 /// The functions that set an owner, looked up in this order up to the first that is missing.
 struct Writing {
   bool find() noexcept {
-    return (lookupAccountName = {kAdvapi32, "LookupAccountNameW"}) &&
-           (setNamedSecurityInfo = {kAdvapi32, "SetNamedSecurityInfoW"}) &&
-           (setFileSecurity = {kAdvapi32, "SetFileSecurityW"});
+    return (lookupAccountName = RUNTIME_FUNCTION(advapi32, LookupAccountNameW)) &&
+           (setNamedSecurityInfo = RUNTIME_FUNCTION(advapi32, SetNamedSecurityInfoW)) &&
+           (setFileSecurity = RUNTIME_FUNCTION(advapi32, SetFileSecurityW));
   }
 
   NameLookUp lookupAccountName;
@@ -86,13 +84,13 @@ struct Writing {
 DWORD readPrincipal(const wchar_t* path, Principal which, AccountName& account) {
   SecurityReader getNamedSecurityInfo;
   SidLookUp lookupAccountSid;
-  if (!(getNamedSecurityInfo = {kAdvapi32, "GetNamedSecurityInfoW"}) ||
-      !(lookupAccountSid = {kAdvapi32, "LookupAccountSidW"})) {
+  if (!(getNamedSecurityInfo = RUNTIME_FUNCTION(advapi32, GetNamedSecurityInfoW)) ||
+      !(lookupAccountSid = RUNTIME_FUNCTION(advapi32, LookupAccountSidW))) {
     return GetLastError();
   }
   const bool owner = which == Principal::kOwner;
   PSID sid = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  LocalHolder descriptor;
   const DWORD error = getNamedSecurityInfo(const_cast<wchar_t*>(path),
                                            SE_FILE_OBJECT,
                                            static_cast<SECURITY_INFORMATION>(which),
@@ -100,8 +98,7 @@ DWORD readPrincipal(const wchar_t* path, Principal which, AccountName& account) 
                                            owner ? nullptr : &sid,
                                            nullptr,
                                            nullptr,
-                                           &descriptor);
-  const LocalHolder holder(descriptor);
+                                           descriptor.receive());
   return error != ERROR_SUCCESS ? error : findAccount(lookupAccountSid, sid, account);
 }
 

@@ -21,9 +21,9 @@ PrivilegeEnabler::~PrivilegeEnabler() {
 
 DWORD PrivilegeEnabler::enable(const char* privilege) noexcept {
   const HMODULE module = advapi32();
-  if (!(openProcessToken_ = {module, "OpenProcessToken"}) ||
-      !(lookupPrivilegeValue_ = {module, "LookupPrivilegeValueA"}) ||
-      !(adjustTokenPrivileges_ = {module, "AdjustTokenPrivileges"})) {
+  if (!(openProcessToken_ = RUNTIME_FUNCTION_OF(module, OpenProcessToken)) ||
+      !(lookupPrivilegeValue_ = RUNTIME_FUNCTION_OF(module, LookupPrivilegeValueA)) ||
+      !(adjustTokenPrivileges_ = RUNTIME_FUNCTION_OF(module, AdjustTokenPrivileges))) {
     return GetLastError();
   }
   HANDLE token = nullptr;  // and not the field: see the class

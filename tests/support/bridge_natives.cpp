@@ -114,6 +114,6 @@ JNIEXPORT jbyteArray JNICALL Java_com_corvane_testing_Bridge_copyAnsi(JNIEnv* en
 }
 
 JNIEXPORT jint JNICALL Java_com_corvane_testing_Bridge_lookedUpCodePage(JNIEnv*, jclass) {
-  const RuntimeFunction<decltype(&GetACP)> getAcp("kernel32.dll", "GetACP");
+  const auto getAcp = RUNTIME_FUNCTION(kernel32, GetACP);
   return getAcp ? static_cast<jint>(getAcp()) : -static_cast<jint>(GetLastError());
 }

@@ -25,7 +25,7 @@ class AnsiText {
       throwUnlessConverted(wideToAnsi(text, text_));
     }
   }
-  operator const char*() const noexcept { return text_.data<const char>(); }
+  operator const char*() const noexcept { return text_.data<char>(); }
 
  private:
   ByteBuffer text_;
