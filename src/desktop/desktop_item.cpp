@@ -3,9 +3,9 @@
 #include <objbase.h>
 #include <shlobj.h>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/path.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/path.h"
+#include "bridge/win32/win32_failure.h"
 #include "desktop/folder_chain.h"
 #include "desktop/folder_tokens.h"
 #include "desktop/shell_notification.h"

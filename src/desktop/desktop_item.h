@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 #include "desktop/shell_link.h"
 
 /// Folders and shortcuts in the Start menu and on the desktop. `folder` may hold folder tokens (see

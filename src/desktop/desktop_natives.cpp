@@ -1,8 +1,8 @@
 #include <com_corvane_wizard_platform_win32_Win32DesktopServiceImpl.h>
 
-#include "bridge/java_values.h"
-#include "bridge/jni_string.h"
-#include "bridge/native_frame.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/java/native_frame.h"
 #include "desktop/desktop_item.h"
 
 // The natives of Win32DesktopServiceImpl that make and remove folders and shortcuts. What each

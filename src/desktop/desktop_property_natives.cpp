@@ -1,9 +1,9 @@
 #include <com_corvane_wizard_platform_win32_Win32DesktopServiceImpl.h>
 
-#include "bridge/java_values.h"
-#include "bridge/jni_string.h"
-#include "bridge/native_text.h"
-#include "bridge/platform.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/java/native_text.h"
+#include "bridge/win32/platform.h"
 #include "desktop/folder_tokens.h"
 #include "file/file_owner.h"
 #include "file/path_attributes.h"

@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/last_error.h"
-#include "bridge/path.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/path.h"
 #include "desktop/folder_tokens.h"
 
 namespace {
@@ -53,12 +53,12 @@ class CreatedFolders {
       }
     }
     bool create() const noexcept {
-      return (ansi_ ? CreateDirectoryA(ansiText_.data<const char>(), nullptr)
+      return (ansi_ ? CreateDirectoryA(ansiText_.data<char>(), nullptr)
                     : CreateDirectoryW(wide_.c_str(), nullptr)) != FALSE;
     }
     void remove() const noexcept {
       if (ansi_) {
-        RemoveDirectoryA(ansiText_.data<const char>());
+        RemoveDirectoryA(ansiText_.data<char>());
       } else {
         RemoveDirectoryW(wide_.c_str());
       }

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// The folders of a path "a\b\c" below another folder, made and removed together. Separators are
 /// backslashes and slashes; a path of nothing else names no folder. Both return 0 or the Win32

@@ -4,9 +4,9 @@
 
 #include <string_view>
 
-#include "bridge/path.h"
-#include "bridge/platform.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/path.h"
+#include "bridge/win32/platform.h"
+#include "bridge/win32/win32_failure.h"
 #include "environment/special_folder.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// Replaces the tokens for shell folders in `text`, such as "$UserPrograms$", by their paths. On
 /// Windows 9x the folders of all users are the current user's. Returns 0, an HRESULT when a folder

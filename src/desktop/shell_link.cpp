@@ -2,25 +2,21 @@
 
 #include <shlobj.h>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/com_pointer.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/com_pointer.h"
 
 namespace {
-
-bool isEmpty(const wchar_t* text) {
-  return text == nullptr || *text == L'\0';
-}
 
 /// Fills the object; what is empty is not set. The first failure ends it.
 HRESULT fill(const ComPointer<IShellLinkA>& shellLink, const ShellLink& link) {
   HRESULT result = shellLink->SetPath(AnsiText(link.target));
-  if (SUCCEEDED(result) && !isEmpty(link.arguments)) {
+  if (SUCCEEDED(result) && hasText(link.arguments)) {
     result = shellLink->SetArguments(AnsiText(link.arguments));
   }
-  if (SUCCEEDED(result) && !isEmpty(link.workingDirectory)) {
+  if (SUCCEEDED(result) && hasText(link.workingDirectory)) {
     result = shellLink->SetWorkingDirectory(AnsiText(link.workingDirectory));
   }
-  if (SUCCEEDED(result) && !isEmpty(link.iconPath)) {
+  if (SUCCEEDED(result) && hasText(link.iconPath)) {
     shellLink->SetIconLocation(AnsiText(link.iconPath), 0);  // a shortcut without its icon will do
   }
   return result;

@@ -4,7 +4,7 @@
 
 #include <shlobj.h>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 
 /// Tells the shell what became of a file or folder: SHCNE_CREATE, SHCNE_DELETE, SHCNE_MKDIR or
 /// SHCNE_RMDIR. Win32: SHChangeNotify, with the ANSI path, which every Windows takes.

@@ -2,12 +2,10 @@
 
 #include <windows.h>
 
-#include "bridge/runtime_function.h"
+#include "bridge/win32/runtime_function.h"
 
 void useOneProcessor() noexcept {
-  const RuntimeFunction<decltype(&SetProcessAffinityMask)> setProcessAffinityMask(
-      "kernel32.dll",
-      "SetProcessAffinityMask");
+  const auto setProcessAffinityMask = RUNTIME_FUNCTION(kernel32, SetProcessAffinityMask);
   if (!setProcessAffinityMask) {
     return;
   }

@@ -7,8 +7,8 @@
 
 #include <utility>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/com_pointer.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/com_pointer.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// The shell's folders, each known by a number (CSIDL). Their paths come from the ANSI functions,
 /// which every Windows has. Win32: SHGetSpecialFolderLocation, SHGetPathFromIDListA, SHGetMalloc.

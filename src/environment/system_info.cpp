@@ -4,7 +4,7 @@
 
 #include <iterator>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 #include "registry/known_keys.h"
 #include "registry/registry_key.h"
 

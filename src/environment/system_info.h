@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// What the system tells about itself.
 

@@ -1,9 +1,9 @@
 #include <com_corvane_wizard_platform_win32_Win32SystemUtilServiceImpl.h>
 #include <com_corvane_wizard_platform_win32_Win32WizardInitializeServiceImpl.h>
 
-#include "bridge/java_values.h"
-#include "bridge/native_text.h"
-#include "bridge/platform.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/native_text.h"
+#include "bridge/win32/platform.h"
 #include "environment/process_affinity.h"
 #include "environment/system_info.h"
 

@@ -1,7 +1,7 @@
 #include "file/at_reboot.h"
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/platform.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/platform.h"
 #include "file/reboot_file_list.h"
 
 namespace {
@@ -30,11 +30,11 @@ FileOutcome deleteAtReboot9x(const wchar_t* path) {
 }  // namespace
 
 MoveFileExFunction findMoveFileEx() noexcept {
-  return {"kernel32.dll", "MoveFileExW"};
+  return RUNTIME_FUNCTION(kernel32, MoveFileExW);
 }
 
 WString besideTarget(const wchar_t* target, const wchar_t* suffix) {
-  return (target == nullptr ? WString() : WString(target)) + suffix;
+  return textOrEmpty(target) + suffix;
 }
 
 FileOutcome deleteAtReboot(const wchar_t* path) {

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include "bridge/runtime_function.h"
-#include "bridge/text.h"
+#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/text.h"
 #include "file/file_outcome.h"
 
 /// What is left for the next start of Windows: through MoveFileExW on the NT family, through

@@ -1,7 +1,7 @@
 #include "file/copy_file.h"
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/path.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/path.h"
 #include "file/at_reboot.h"
 #include "file/read_only_guard.h"
 #include "file/reboot_file_list.h"

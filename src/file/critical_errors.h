@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/last_error.h"
+#include "bridge/win32/last_error.h"
 
 /// Keeps the system's box for critical errors (no disk in the drive) from showing for the length of
 /// an operation, which then simply fails. Ending keeps the thread's last error. Win32:

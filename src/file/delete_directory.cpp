@@ -4,7 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "bridge/path.h"
+#include "bridge/win32/path.h"
+#include "bridge/win32/text.h"
 #include "file/delete_entry.h"
 #include "file/directory_search.h"
 
@@ -141,7 +142,7 @@ FileOutcome deleteEmptyDirectory(const wchar_t* path) {
 }
 
 FileOutcome deleteDirectory(const wchar_t* path, bool recursive) {
-  if (path == nullptr || *path == L'\0' || isDriveAlone(path)) {
+  if (!hasText(path) || isDriveAlone(path)) {
     // With a separator behind it, it would be the root of a drive.
     return {.error = ERROR_PATH_NOT_FOUND};
   }

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/path.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/path.h"
 #include "file/at_reboot.h"
 #include "file/read_only_guard.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 
 DirectorySearch::DirectorySearch(const WString& pattern)
     : ansi_(isWindows9x()),

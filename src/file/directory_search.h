@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include "bridge/scoped_handle.h"
-#include "bridge/text.h"
+#include "bridge/win32/scoped_handle.h"
+#include "bridge/win32/text.h"
 
 /// The entries of a directory in the system's order, "." and ".." left out.
 /// Win32: FindFirstFileA/W, FindNextFileA/W, FindClose.

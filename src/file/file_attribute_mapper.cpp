@@ -1,6 +1,6 @@
 #include "file/file_attribute_mapper.h"
 
-#include "bridge/java_values.h"
+#include "bridge/java/java_values.h"
 
 namespace {
 

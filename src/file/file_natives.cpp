@@ -1,10 +1,10 @@
 #include <com_corvane_wizard_platform_win32_Win32FileServiceImpl.h>
 
-#include "bridge/java_values.h"
-#include "bridge/jni_string.h"
-#include "bridge/native_text.h"
-#include "bridge/path.h"
-#include "bridge/platform.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/java/native_text.h"
+#include "bridge/win32/path.h"
+#include "bridge/win32/platform.h"
 #include "file/copy_file.h"
 #include "file/critical_errors.h"
 #include "file/delete_directory.h"

@@ -2,14 +2,12 @@
 
 #include <aclapi.h>
 
-#include "bridge/runtime_function.h"
-#include "bridge/scoped_handle.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/scoped_handle.h"
+#include "bridge/win32/win32_failure.h"
 #include "security/privilege_enabler.h"
 
 namespace {
-
-constexpr const char* kAdvapi32 = "advapi32.dll";
 
 using SecurityReader = RuntimeFunction<decltype(&GetNamedSecurityInfoW)>;
 using SidLookUp = RuntimeFunction<decltype(&LookupAccountSidW)>;
@@ -57,9 +55,9 @@ ByteBuffer findSid(const NameLookUp& lookupAccountName, const wchar_t* account) 
 /// The functions that set an owner, looked up in this order up to the first that is missing.
 struct Writing {
   bool find() noexcept {
-    return (lookupAccountName = {kAdvapi32, "LookupAccountNameW"}) &&
-           (setNamedSecurityInfo = {kAdvapi32, "SetNamedSecurityInfoW"}) &&
-           (setFileSecurity = {kAdvapi32, "SetFileSecurityW"});
+    return (lookupAccountName = RUNTIME_FUNCTION(advapi32, LookupAccountNameW)) &&
+           (setNamedSecurityInfo = RUNTIME_FUNCTION(advapi32, SetNamedSecurityInfoW)) &&
+           (setFileSecurity = RUNTIME_FUNCTION(advapi32, SetFileSecurityW));
   }
 
   NameLookUp lookupAccountName;
@@ -84,11 +82,11 @@ struct Writing {
 AccountName readPrincipal(const wchar_t* path, Principal which) {
   SecurityReader getNamedSecurityInfo;
   SidLookUp lookupAccountSid;
-  throwUnless((getNamedSecurityInfo = {kAdvapi32, "GetNamedSecurityInfoW"}) &&
-              (lookupAccountSid = {kAdvapi32, "LookupAccountSidW"}));
+  throwUnless((getNamedSecurityInfo = RUNTIME_FUNCTION(advapi32, GetNamedSecurityInfoW)) &&
+              (lookupAccountSid = RUNTIME_FUNCTION(advapi32, LookupAccountSidW)));
   const bool owner = which == Principal::kOwner;
   PSID sid = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  LocalHolder descriptor;
   const DWORD error = getNamedSecurityInfo(const_cast<wchar_t*>(path),
                                            SE_FILE_OBJECT,
                                            static_cast<SECURITY_INFORMATION>(which),
@@ -96,8 +94,7 @@ AccountName readPrincipal(const wchar_t* path, Principal which) {
                                            owner ? nullptr : &sid,
                                            nullptr,
                                            nullptr,
-                                           &descriptor);
-  const LocalHolder holder(descriptor);
+                                           descriptor.receive());
   throwUnlessZero(error);
   return findAccount(lookupAccountSid, sid);
 }

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// The owner and the primary group of a file, on the NT family.
 enum class Principal : DWORD {

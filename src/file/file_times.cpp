@@ -1,8 +1,8 @@
 #include "file/file_times.h"
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/scoped_handle.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/scoped_handle.h"
+#include "bridge/win32/win32_failure.h"
 #include "file/read_only_guard.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "file/move_file.h"
 
-#include "bridge/path.h"
-#include "bridge/platform.h"
+#include "bridge/win32/path.h"
+#include "bridge/win32/platform.h"
 #include "file/at_reboot.h"
 #include "file/move_file_9x.h"
 #include "file/read_only_guard.h"

@@ -1,7 +1,7 @@
 #include "file/move_file_9x.h"
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/scoped_handle.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/scoped_handle.h"
 #include "file/read_only_guard.h"
 #include "file/reboot_file_list.h"
 

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/win32_failure.h"
 #include "file/file_attribute_mapper.h"
 
 namespace {

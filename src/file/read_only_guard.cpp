@@ -1,14 +1,14 @@
 #include "file/read_only_guard.h"
 
-#include "bridge/last_error.h"
-#include "bridge/platform.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/platform.h"
 
 ReadOnlyGuard::ReadOnlyGuard(const wchar_t* path, bool restore)
     : ansi_(isWindows9x()), restore_(restore) {
   if (ansi_) {
     wideToAnsi(path, ansiPath_);
-  } else if (path != nullptr) {
-    widePath_ = path;
+  } else {
+    widePath_ = OptionalText(path);
   }
   attributes_ = getAttributes();
   // INVALID_FILE_ATTRIBUTES has the bit too, on purpose: for a path that does not exist the write
@@ -27,14 +27,13 @@ ReadOnlyGuard::~ReadOnlyGuard() {
 }
 
 DWORD ReadOnlyGuard::getAttributes() const noexcept {
-  return ansi_ ? GetFileAttributesA(ansiPath_.data<const char>())
-               : GetFileAttributesW(widePath_ ? widePath_->c_str() : nullptr);
+  return ansi_ ? GetFileAttributesA(ansiPath_.data<char>()) : GetFileAttributesW(widePath_.get());
 }
 
 void ReadOnlyGuard::setAttributes(DWORD attributes) const noexcept {
   if (ansi_) {
-    SetFileAttributesA(ansiPath_.data<const char>(), attributes);
+    SetFileAttributesA(ansiPath_.data<char>(), attributes);
   } else {
-    SetFileAttributesW(widePath_ ? widePath_->c_str() : nullptr, attributes);
+    SetFileAttributesW(widePath_.get(), attributes);
   }
 }

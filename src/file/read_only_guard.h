@@ -2,9 +2,7 @@
 
 #include <windows.h>
 
-#include <optional>
-
-#include "bridge/text.h"
+#include "bridge/win32/optional_text.h"
 
 /// Lifts the read-only attribute of a file for the length of an operation on it.
 ///
@@ -25,7 +23,7 @@ class ReadOnlyGuard {
   void setAttributes(DWORD attributes) const noexcept;
 
   /// The path in the form of the family, made once: restoring must not need memory.
-  std::optional<WString> widePath_;
+  OptionalText widePath_;
   ByteBuffer ansiPath_;
   bool ansi_;
   bool restore_;

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <utility>
 
-#include "bridge/byte_buffer.h"
-#include "bridge/last_error.h"
-#include "bridge/scoped_handle.h"
+#include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/scoped_handle.h"
 #include "file/rename_section.h"
 
 namespace {

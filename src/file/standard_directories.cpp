@@ -4,9 +4,9 @@
 
 #include <shlobj.h>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/path.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/path.h"
+#include "bridge/win32/win32_failure.h"
 #include "environment/special_folder.h"
 #include "registry/known_keys.h"
 #include "registry/registry_key.h"

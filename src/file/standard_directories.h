@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// Where things go. Failures are thrown as Win32Failure.
 

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/runtime_function.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/win32_failure.h"
 #include "file/critical_errors.h"
 
 namespace {
@@ -41,8 +41,7 @@ BOOL countBytes(const RuntimeFunction<Function>& getDiskFreeSpaceEx, Drive drive
 }
 
 BOOL freeBytesAnsi(const wchar_t* drive, uint64_t& bytes) {
-  const RuntimeFunction<decltype(&GetDiskFreeSpaceExA)> getDiskFreeSpaceEx("kernel32.dll",
-                                                                           "GetDiskFreeSpaceExA");
+  const auto getDiskFreeSpaceEx = RUNTIME_FUNCTION(kernel32, GetDiskFreeSpaceExA);
   if (!getDiskFreeSpaceEx) {
     return countClusters(true, drive, bytes);
   }
@@ -51,8 +50,7 @@ BOOL freeBytesAnsi(const wchar_t* drive, uint64_t& bytes) {
 }
 
 BOOL freeBytesWide(const wchar_t* drive, uint64_t& bytes) {
-  const RuntimeFunction<decltype(&GetDiskFreeSpaceExW)> getDiskFreeSpaceEx("kernel32.dll",
-                                                                           "GetDiskFreeSpaceExW");
+  const auto getDiskFreeSpaceEx = RUNTIME_FUNCTION(kernel32, GetDiskFreeSpaceExW);
   return getDiskFreeSpaceEx ? countBytes(getDiskFreeSpaceEx, drive, bytes)
                             : countClusters(false, drive, bytes);
 }
@@ -60,8 +58,8 @@ BOOL freeBytesWide(const wchar_t* drive, uint64_t& bytes) {
 /// The texts of a list in which each has its terminator, and the last is followed by another.
 std::vector<WString> split(const ByteBuffer& list) {
   std::vector<WString> texts;
-  for (uint32_t at = 0; at < list.count() && list.data<const wchar_t>()[at] != L'\0';) {
-    texts.push_back(boundedText(list.data<const wchar_t>() + at, list.count() - at));
+  for (uint32_t at = 0; at < list.count() && list.data<wchar_t>()[at] != L'\0';) {
+    texts.push_back(boundedText(list.data<wchar_t>() + at, list.count() - at));
     at += static_cast<uint32_t>(texts.back().size()) + 1;
   }
   return texts;

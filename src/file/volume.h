@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// Drives and what they hold. A drive is named by its root, a path such as C:\. Failures are thrown
 /// as Win32Failure.

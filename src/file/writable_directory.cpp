@@ -1,6 +1,6 @@
 #include "file/writable_directory.h"
 
-#include "bridge/message_inserts.h"
+#include "bridge/win32/message_inserts.h"
 #include "file/critical_errors.h"
 
 namespace {

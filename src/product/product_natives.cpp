@@ -1,8 +1,8 @@
 #include <com_corvane_wizard_platform_win32_Win32ProductServiceImpl.h>
 
-#include "bridge/java_values.h"
-#include "bridge/jni_string.h"
-#include "bridge/native_frame.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/java/native_frame.h"
 #include "product/uninstaller_entry.h"
 
 // The natives of Win32ProductServiceImpl. What each does, takes and raises is said at its Java

@@ -1,7 +1,7 @@
 #include "product/uninstaller_entry.h"
 
-#include "bridge/platform.h"
-#include "bridge/text.h"
+#include "bridge/win32/platform.h"
+#include "bridge/win32/text.h"
 #include "registry/known_keys.h"
 #include "registry/registry_key.h"
 #include "security/admin_membership.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// The entry of a product in the system's list of programs: a key below "Uninstall" with the values
 /// "DisplayName" and "UninstallString". It is the machine's; on the NT family the user's own when

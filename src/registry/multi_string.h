@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "bridge/byte_buffer.h"
-#include "bridge/text.h"
+#include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/text.h"
 
 /// The list form of a REG_MULTI_SZ: each text with its terminator, then one terminator more.
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 #include "registry/registry_result.h"
 #include "registry/registry_tree.h"
 #include "registry/scoped_registry_key.h"

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "bridge/byte_buffer.h"
-#include "bridge/platform.h"
-#include "bridge/text.h"
-#include "bridge/win32_failure.h"
+#include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/platform.h"
+#include "bridge/win32/text.h"
+#include "bridge/win32/win32_failure.h"
 
 /// A registry function failed; the code is the Win32 error.
 class RegistryException : public Win32Failure {

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 #include "registry/multi_string.h"
 #include "registry/registry_key.h"
 #include "registry/registry_result.h"
@@ -40,15 +40,14 @@ uint32_t expandAnsi(const wchar_t* text, ByteBuffer& out) {
     return 0;
   }
   char scratch[kScratchSize];
-  DWORD count = ExpandEnvironmentStringsA(ansi.data<const char>(), scratch, kScratchSize);
+  DWORD count = ExpandEnvironmentStringsA(ansi.data<char>(), scratch, kScratchSize);
   if (count == 0) {
     return 0;
   }
   ByteBuffer expanded;
   expanded.allocate(count, sizeof(char));
-  const auto* bytes = expanded.data<const char>();
-  count =
-      ExpandEnvironmentStringsA(ansi.data<const char>(), expanded.data<char>(), expanded.count());
+  const auto* bytes = expanded.data<char>();
+  count = ExpandEnvironmentStringsA(ansi.data<char>(), expanded.data<char>(), expanded.count());
   // Through a string, because an environment that grew in between leaves no terminator.
   ansiToWide(std::string(bytes, strnlen(bytes, expanded.count())).c_str(), out);
   return count;

@@ -25,7 +25,7 @@ LSTATUS deleteSubKeys(HKEY key) noexcept {
 }  // namespace
 
 LSTATUS deleteRegistryTree(HKEY parent, const wchar_t* name) noexcept {
-  if (name == nullptr || *name == L'\0') {
+  if (!hasText(name)) {
     return ERROR_BADKEY;
   }
   HKEY opened = nullptr;

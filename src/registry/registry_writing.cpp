@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 #include "registry/multi_string.h"
 #include "registry/registry_key.h"
 #include "registry/registry_result.h"

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/scoped_handle.h"
+#include "bridge/win32/scoped_handle.h"
 
 struct RegistryKeyTraits {
   using Handle = HKEY;

@@ -1,10 +1,10 @@
 #include "security/admin_membership.h"
 
-#include <memory>
 #include <span>
 
-#include "bridge/byte_buffer.h"
-#include "bridge/runtime_function.h"
+#include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/scoped_handle.h"
 #include "security/advapi32.h"
 
 namespace {
@@ -12,11 +12,12 @@ namespace {
 /// The functions of the check, looked up in this order up to the first that is missing.
 struct Functions {
   bool find(HMODULE module) noexcept {
-    return (openProcessToken = {module, "OpenProcessToken"}) &&
-           (openThreadToken = {module, "OpenThreadToken"}) &&
-           (getTokenInformation = {module, "GetTokenInformation"}) &&
-           (allocateAndInitializeSid = {module, "AllocateAndInitializeSid"}) &&
-           (equalSid = {module, "EqualSid"}) && (freeSid = {module, "FreeSid"});
+    return (openProcessToken = RUNTIME_FUNCTION_OF(module, OpenProcessToken)) &&
+           (openThreadToken = RUNTIME_FUNCTION_OF(module, OpenThreadToken)) &&
+           (getTokenInformation = RUNTIME_FUNCTION_OF(module, GetTokenInformation)) &&
+           (allocateAndInitializeSid = RUNTIME_FUNCTION_OF(module, AllocateAndInitializeSid)) &&
+           (equalSid = RUNTIME_FUNCTION_OF(module, EqualSid)) &&
+           (freeSid = RUNTIME_FUNCTION_OF(module, FreeSid));
   }
 
   RuntimeFunction<decltype(&OpenProcessToken)> openProcessToken;
@@ -27,7 +28,14 @@ struct Functions {
   RuntimeFunction<decltype(&FreeSid)> freeSid;
 };
 
-using SidOwner = std::unique_ptr<void, RuntimeFunction<decltype(&FreeSid)>>;
+struct SidTraits {
+  using Handle = PSID;
+  static Handle none() noexcept { return nullptr; }
+  void close(Handle sid) const noexcept { freeSid(sid); }
+
+  RuntimeFunction<decltype(&FreeSid)> freeSid;
+};
+using ScopedSid = ScopedHandle<SidTraits>;
 
 /// The check, step by step; each step that fails leaves its error.
 class AdminCheck {
@@ -45,7 +53,7 @@ class AdminCheck {
     if (call_.getTokenInformation(token, TokenGroups, groups.data(), size, &size) == FALSE) {
       error_ = GetLastError();
     }
-    const SidOwner administrators = administratorsSid();
+    const ScopedSid administrators = administratorsSid();
     return error_ == ERROR_SUCCESS && contains(groups, administrators.get());
   }
 
@@ -73,10 +81,10 @@ class AdminCheck {
     return error_ == ERROR_SUCCESS;
   }
 
-  SidOwner administratorsSid() {
+  ScopedSid administratorsSid() {
     SID_IDENTIFIER_AUTHORITY authority = SECURITY_NT_AUTHORITY;
     constexpr DWORD kNone = 0;
-    PSID sid = nullptr;
+    ScopedSid sid({call_.freeSid});
     const BOOL made = call_.allocateAndInitializeSid(&authority,
                                                      BYTE{2},
                                                      DWORD{SECURITY_BUILTIN_DOMAIN_RID},
@@ -87,16 +95,15 @@ class AdminCheck {
                                                      kNone,
                                                      kNone,
                                                      kNone,
-                                                     &sid);
+                                                     sid.receive());
     if (made == FALSE) {
       error_ = GetLastError();
-      sid = nullptr;
     }
-    return {sid, call_.freeSid};
+    return sid;
   }
 
   bool contains(const ByteBuffer& buffer, PSID wanted) const {
-    const auto* groups = buffer.data<const TOKEN_GROUPS>();
+    const auto* groups = buffer.data<TOKEN_GROUPS>();
     if (groups == nullptr) {
       return false;
     }

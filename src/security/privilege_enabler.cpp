@@ -1,7 +1,7 @@
 #include "security/privilege_enabler.h"
 
-#include "bridge/last_error.h"
-#include "bridge/platform.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/platform.h"
 #include "security/advapi32.h"
 
 PrivilegeEnabler::PrivilegeEnabler(const char* privilege) noexcept
@@ -21,9 +21,9 @@ PrivilegeEnabler::~PrivilegeEnabler() {
 
 DWORD PrivilegeEnabler::enable(const char* privilege) noexcept {
   const HMODULE module = advapi32();
-  if (!(openProcessToken_ = {module, "OpenProcessToken"}) ||
-      !(lookupPrivilegeValue_ = {module, "LookupPrivilegeValueA"}) ||
-      !(adjustTokenPrivileges_ = {module, "AdjustTokenPrivileges"})) {
+  if (!(openProcessToken_ = RUNTIME_FUNCTION_OF(module, OpenProcessToken)) ||
+      !(lookupPrivilegeValue_ = RUNTIME_FUNCTION_OF(module, LookupPrivilegeValueA)) ||
+      !(adjustTokenPrivileges_ = RUNTIME_FUNCTION_OF(module, AdjustTokenPrivileges))) {
     return GetLastError();
   }
   HANDLE token = nullptr;  // and not the field: see the class

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/runtime_function.h"
+#include "bridge/win32/runtime_function.h"
 
 /// Enables one privilege of the process for an operation. Nothing is raised: who must know reads
 /// `error()`.

@@ -1,8 +1,8 @@
 #include <com_corvane_wizard_platform_win32_Win32SecurityServiceImpl.h>
 
-#include "bridge/java_values.h"
-#include "bridge/native_frame.h"
-#include "bridge/platform.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/native_frame.h"
+#include "bridge/win32/platform.h"
 #include "security/admin_membership.h"
 
 // The natives of Win32SecurityServiceImpl. What each does and raises is said at its Java

@@ -1,14 +1,14 @@
 #include <com_corvane_testing_Bridge.h>
 #include <windows.h>
 
-#include "bridge/error_message.h"
-#include "bridge/java_values.h"
-#include "bridge/jni_string.h"
-#include "bridge/native_frame.h"
-#include "bridge/platform.h"
-#include "bridge/runtime_function.h"
-#include "bridge/service_exception.h"
-#include "bridge/text.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/java/native_frame.h"
+#include "bridge/java/service_exception.h"
+#include "bridge/win32/error_message.h"
+#include "bridge/win32/platform.h"
+#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/text.h"
 
 // The natives of com.corvane.testing.Bridge. They run the library's own code inside its own frame,
 // as its exported functions do.
@@ -114,6 +114,6 @@ JNIEXPORT jbyteArray JNICALL Java_com_corvane_testing_Bridge_copyAnsi(JNIEnv* en
 }
 
 JNIEXPORT jint JNICALL Java_com_corvane_testing_Bridge_lookedUpCodePage(JNIEnv*, jclass) {
-  const RuntimeFunction<decltype(&GetACP)> getAcp("kernel32.dll", "GetACP");
+  const auto getAcp = RUNTIME_FUNCTION(kernel32, GetACP);
   return getAcp ? static_cast<jint>(getAcp()) : -static_cast<jint>(GetLastError());
 }

@@ -1,4 +1,4 @@
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 #include <gtest/gtest.h>
 

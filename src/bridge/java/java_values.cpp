@@ -1,11 +1,11 @@
-#include "bridge/java_values.h"
+#include "bridge/java/java_values.h"
 
 #include <windows.h>
 
 #include <climits>
 
-#include "bridge/jni_string.h"
-#include "bridge/win32_failure.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/win32/win32_failure.h"
 
 namespace {
 
@@ -73,14 +73,13 @@ jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes) {
   if (!array) {
     throw Win32Failure(static_cast<uint32_t>(E_OUTOFMEMORY));
   }
-  env->SetByteArrayRegion(array.get(), 0, length, bytes.data<const jbyte>());
+  env->SetByteArrayRegion(array.get(), 0, length, bytes.data<jbyte>());
   throwIfJavaExceptionPending(env);
   return array.release();
 }
 
 WString textFromJava(JNIEnv* env, jstring string) {
-  const JniString text(env, string);
-  return text.get() == nullptr ? WString() : WString(text.get());
+  return textOrEmpty(JniString(env, string).get());
 }
 
 std::vector<WString> textsFromJava(JNIEnv* env, jobjectArray strings) {

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "bridge/java_values.h"
-#include "bridge/native_frame.h"
+#include "bridge/java/java_values.h"
+#include "bridge/java/native_frame.h"
 
 /// The frame of a native that returns a text beside its exception too: what `work(text)` had put
 /// into `text` when it failed, empty if nothing. The Java string is made before the exception is

@@ -1,4 +1,4 @@
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 #include <windows.h>
 
@@ -7,7 +7,7 @@
 #include <cwchar>
 #include <stdexcept>
 
-#include "bridge/win32_failure.h"
+#include "bridge/win32/win32_failure.h"
 
 namespace {
 

@@ -3,12 +3,20 @@
 #include <cstdint>
 #include <string>
 
-#include "bridge/byte_buffer.h"
+#include "bridge/win32/byte_buffer.h"
 
 /// The library's UTF-16 string. All text that is built for Java or kept between system calls is
 /// one.
 using WString = std::wstring;
 static_assert(sizeof(wchar_t) == 2, "a wide character of Windows is a UTF-16 unit");
+
+/// For what makes no difference between an absent text and an empty one.
+inline WString textOrEmpty(const wchar_t* text) {
+  return text == nullptr ? WString() : WString(text);
+}
+inline bool hasText(const wchar_t* text) noexcept {
+  return text != nullptr && *text != L'\0';
+}
 
 /// The four conversions go through the process's ANSI code page (GetACP, flags 0, the system's
 /// default character) with WideCharToMultiByte and MultiByteToWideChar: one call for the size, one

@@ -1,4 +1,4 @@
-#include "bridge/platform.h"
+#include "bridge/win32/platform.h"
 
 #include <windows.h>
 

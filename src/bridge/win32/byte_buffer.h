@@ -27,8 +27,12 @@ class ByteBuffer {
   void truncate(uint32_t count) noexcept;
 
   template <class Element = std::byte>
-  Element* data() const noexcept {
+  Element* data() noexcept {
     return reinterpret_cast<Element*>(data_.get());
+  }
+  template <class Element = std::byte>
+  const Element* data() const noexcept {
+    return reinterpret_cast<const Element*>(data_.get());
   }
   uint32_t count() const noexcept { return count_; }
   uint32_t elementSize() const noexcept { return elementSize_; }

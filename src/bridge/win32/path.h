@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 // What has to be known of a path before it is handed to the system.
 

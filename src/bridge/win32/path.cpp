@@ -1,11 +1,11 @@
-#include "bridge/path.h"
+#include "bridge/win32/path.h"
 
 #include <windows.h>
 
 #include <algorithm>
 #include <string_view>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "bridge/byte_buffer.h"
+#include "bridge/win32/byte_buffer.h"
 
 #include <cstring>
 #include <utility>
 
-#include "bridge/last_error.h"
+#include "bridge/win32/last_error.h"
 
 ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
     : data_(std::move(other.data_)),

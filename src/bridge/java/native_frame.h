@@ -3,8 +3,8 @@
 #include <jni.h>
 #include <windows.h>
 
-#include "bridge/service_exception.h"
-#include "bridge/win32_failure.h"
+#include "bridge/java/service_exception.h"
+#include "bridge/win32/win32_failure.h"
 
 /// What Java is told when something failed that nobody expected, memory included: no message.
 constexpr jint kUnexpectedFailure = E_FAIL;

@@ -2,8 +2,8 @@
 
 #include <concepts>
 
-#include "bridge/platform.h"
-#include "bridge/text.h"
+#include "bridge/win32/platform.h"
+#include "bridge/win32/text.h"
 
 /// A buffer that the system fills with text of either family: bytes or UTF-16 units.
 class TextBuffer {
@@ -25,7 +25,7 @@ class AnsiText {
       throwUnlessConverted(wideToAnsi(text, text_));
     }
   }
-  operator const char*() const noexcept { return text_.data<const char>(); }
+  operator const char*() const noexcept { return text_.data<char>(); }
 
  private:
   ByteBuffer text_;

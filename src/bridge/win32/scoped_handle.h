@@ -4,12 +4,14 @@
 
 #include <utility>
 
-#include "bridge/last_error.h"
+#include "bridge/win32/last_error.h"
 
 /// The scoped owner of one handle. `Traits` say what is owned:
 ///   using Handle = ...;
 ///   static Handle none();               // the value that owns nothing and is never closed
 ///   static void close(Handle) noexcept;
+/// A closer that is found at run time is a member of the traits, and their `close` is not static:
+///   ScopedHandle<SidTraits> sid({RUNTIME_FUNCTION(advapi32, FreeSid)});
 /// Closing keeps the thread's last error.
 template <class Traits>
 class ScopedHandle {
@@ -17,10 +19,16 @@ class ScopedHandle {
   using Handle = typename Traits::Handle;
 
   explicit ScopedHandle(Handle handle = Traits::none()) noexcept : handle_(handle) {}
-  ScopedHandle(ScopedHandle&& other) noexcept : handle_(other.release()) {}
+  explicit ScopedHandle(const Traits& traits, Handle handle = Traits::none()) noexcept
+      : traits_(traits), handle_(handle) {}
+  ScopedHandle(ScopedHandle&& other) noexcept : traits_(other.traits_), handle_(other.release()) {}
+  ScopedHandle& operator=(ScopedHandle&& other) noexcept {
+    std::swap(traits_, other.traits_);
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
   ScopedHandle(const ScopedHandle&) = delete;
   ScopedHandle& operator=(const ScopedHandle&) = delete;
-  ScopedHandle& operator=(ScopedHandle&&) = delete;
   ~ScopedHandle() { close(); }
 
   explicit operator bool() const noexcept { return handle_ != Traits::none(); }
@@ -29,14 +37,21 @@ class ScopedHandle {
   /// Hands the handle over: it is the caller's to close, or visibly to leave open.
   [[nodiscard]] Handle release() noexcept { return std::exchange(handle_, Traits::none()); }
 
+  /// Where a function that opens is to put what it opened. What was owned is closed.
+  [[nodiscard]] Handle* receive() noexcept {
+    close();
+    return &handle_;
+  }
+
   void close() noexcept {
     if (handle_ != Traits::none()) {
       const LastErrorKeeper keeper;
-      Traits::close(release());
+      traits_.close(release());
     }
   }
 
  private:
+  [[no_unique_address]] Traits traits_;
   Handle handle_;
 };
 

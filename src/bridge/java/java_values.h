@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "bridge/byte_buffer.h"
-#include "bridge/text.h"
+#include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/text.h"
 
 /// Thrown where a JNI call failed: its Java exception is pending and is the one that Java sees. A
 /// JVM that failed without one is reported as an unexpected failure.

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "bridge/text.h"
+#include "bridge/win32/text.h"
 
 /// The text of a failure: the system's own message for `messageId` (with the line break that ends
 /// it), a blank, and the number in parentheses. The system's part is empty when it knows no text;

@@ -1,8 +1,8 @@
-#include "bridge/service_exception.h"
+#include "bridge/java/service_exception.h"
 
-#include "bridge/error_message.h"
-#include "bridge/java_values.h"
-#include "bridge/platform.h"
+#include "bridge/java/java_values.h"
+#include "bridge/win32/error_message.h"
+#include "bridge/win32/platform.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
-#include "bridge/error_message.h"
+#include "bridge/win32/error_message.h"
 
 #include <windows.h>
 
-#include "bridge/ansi_or_wide.h"
-#include "bridge/last_error.h"
-#include "bridge/message_inserts.h"
-#include "bridge/platform.h"
-#include "bridge/scoped_handle.h"
+#include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/last_error.h"
+#include "bridge/win32/message_inserts.h"
+#include "bridge/win32/platform.h"
+#include "bridge/win32/scoped_handle.h"
 
 namespace {
 

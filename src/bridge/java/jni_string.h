@@ -2,9 +2,8 @@
 
 #include <jni.h>
 
-#include <memory>
-
-#include "bridge/byte_buffer.h"
+#include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/optional_text.h"
 
 /// A Java string copied for the length of one native call, as NUL-terminated UTF-16. A string with
 /// an embedded NUL is cut there in effect.
@@ -15,15 +14,18 @@
 class JniString {
  public:
   JniString(JNIEnv* env, jstring string);
+  JniString(JniString&&) noexcept = default;
+  JniString& operator=(JniString&&) noexcept = default;
   JniString(const JniString&) = delete;
   JniString& operator=(const JniString&) = delete;
+  /// Virtual, as for the other: unwinding may destroy it through a base.
   virtual ~JniString() = default;
 
   /// Null when the Java string is null (or its characters could not be obtained).
-  const wchar_t* get() const noexcept { return buffer_.get(); }
+  const wchar_t* get() const noexcept { return text_.get(); }
 
  private:
-  std::unique_ptr<wchar_t[]> buffer_;
+  OptionalText text_;
 };
 
 /// The same in the ANSI code page; the buffer is empty where the other's pointer is null. The

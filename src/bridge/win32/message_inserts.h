@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/ansi_or_wide.h"
+#include "bridge/win32/ansi_or_wide.h"
 
 /// A language of no importance: texts with inserts are this library's own.
 constexpr DWORD kDefaultLanguage = MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT);

@@ -3,10 +3,10 @@
 #include <windows.h>
 
 /// A system function that older Windows lack, looked up where it is used, so that the library loads
-/// everywhere. `Function` is the pointer type of the SDK's declaration:
-///   const RuntimeFunction<decltype(&MoveFileExW)> moveFileEx("kernel32.dll", "MoveFileExW");
-/// False when it is missing; the thread's last error says why then. The module must be loaded
-/// already.
+/// everywhere:
+///   const auto moveFileEx = RUNTIME_FUNCTION(kernel32, MoveFileExW);
+/// Its type is that of the SDK's declaration, `RuntimeFunction<decltype(&MoveFileExW)>`. False when
+/// it is missing; the thread's last error says why then.
 template <class Function>
 class RuntimeFunction {
  public:
@@ -15,7 +15,6 @@ class RuntimeFunction {
   RuntimeFunction(const char* module, const char* name) noexcept
       : RuntimeFunction(GetModuleHandleA(module), name) {}
 
-  /// In a module that is known already; a null one has no functions.
   RuntimeFunction(HMODULE module, const char* name) noexcept {
     if (module != nullptr) {
       function_ = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
@@ -32,3 +31,9 @@ class RuntimeFunction {
  private:
   Function function_ = nullptr;
 };
+
+/// The function in a module that must be loaded already, named without its ".dll".
+#define RUNTIME_FUNCTION(module, name) RuntimeFunction<decltype(&(name))>(#module ".dll", #name)
+
+/// The function in a module that is known by its handle; a null one has no functions.
+#define RUNTIME_FUNCTION_OF(handle, name) RuntimeFunction<decltype(&(name))>(handle, #name)

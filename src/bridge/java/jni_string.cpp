@@ -1,9 +1,7 @@
-#include "bridge/jni_string.h"
+#include "bridge/java/jni_string.h"
 
-#include <cwchar>
-
-#include "bridge/java_values.h"
-#include "bridge/text.h"
+#include "bridge/java/java_values.h"
+#include "bridge/win32/text.h"
 
 namespace {
 
@@ -37,8 +35,7 @@ JniString::JniString(JNIEnv* env, jstring string) {
     return;
   }
   const auto length = static_cast<size_t>(env->GetStringLength(string));
-  buffer_ = std::make_unique<wchar_t[]>(length + 1);
-  std::wcsncpy(buffer_.get(), pinned.get(), length);
+  text_ = OptionalText(pinned.get(), length);
 }
 
 JniAnsiString::JniAnsiString(JNIEnv* env, jstring string) {
