@@ -7,7 +7,7 @@
 #include "bridge/win32/path.h"
 #include "bridge/win32/win32_failure.h"
 #include "desktop/folder_chain.h"
-#include "desktop/folder_tokens.h"
+#include "desktop/place.h"
 #include "desktop/shell_notification.h"
 #include "environment/com_startup.h"
 #include "environment/special_folder.h"
@@ -17,22 +17,30 @@ namespace {
 /// What a shortcut may be called; the later two are found on Windows 9x only.
 constexpr const wchar_t* kExtensions[] = {L".lnk", L".pif", L".url"};
 
-DWORD createFolders(const WString& folder, const WString& subfolder) {
-  const WString path = folderPath(folder, subfolder);
-  const DWORD error = createFolderChain(folder, subfolder);
-  if (error == ERROR_SUCCESS) {
-    notifyShell(SHCNE_MKDIR, path);
-  }
-  return error;
+void createFolders(const Place& place) {
+  createFolderChain(place);
+  notifyShell(SHCNE_MKDIR, place.path());
 }
 
-DWORD removeFolders(const WString& folder, const WString& subfolder) {
-  DWORD error = removeFolderChain(folder, subfolder);
-  if (error == ERROR_SUCCESS || error == ERROR_FILE_NOT_FOUND) {
-    notifyShell(SHCNE_RMDIR, folderPath(folder, subfolder));
-    error = ERROR_SUCCESS;
+/// Whether a folder may stay for this reason: it still holds something, or this is Windows 9x,
+/// where any reason will do. Not when the code page lost its name: then it was not even tried.
+bool mayStay(uint32_t reason) {
+  return reason == ERROR_DIR_NOT_EMPTY || (reason != ERROR_NO_UNICODE_TRANSLATION && isWindows9x());
+}
+
+/// The shell is told of a folder that was missing already, too.
+void removeFolders(const Place& place) {
+  try {
+    removeFolderChain(place);
+  } catch (const Win32Failure& failure) {
+    if (failure.code() != ERROR_FILE_NOT_FOUND) {
+      if (mayStay(failure.code())) {
+        return;
+      }
+      throw;
+    }
   }
-  return isWindows9x() || error == ERROR_DIR_NOT_EMPTY ? ERROR_SUCCESS : error;
+  notifyShell(SHCNE_RMDIR, place.path());
 }
 
 /// COM, started on this thread for the length of a scope.
@@ -45,7 +53,8 @@ class ComThread {
 };
 
 /// Makes the shortcut; on a thread that has not started COM, starts it for that. Only a shortcut
-/// that is made then is announced to the shell, on purpose.
+/// that is made then is announced to the shell; of the others it hears by their folder. The result
+/// is not thrown, for a success that is not S_OK is announced, too.
 HRESULT saveOnThisThread(const WString& file, const ShellLink& link) {
   HRESULT result = saveShellLink(file.c_str(), link);
   if (result != CO_E_NOTINITIALIZED || FAILED(CoInitialize(nullptr))) {
@@ -59,15 +68,13 @@ HRESULT saveOnThisThread(const WString& file, const ShellLink& link) {
   return result;
 }
 
-/// Deletes the first of the files that is there.
-DWORD deleteShortcut(const WString& base) {
+/// Deletes the first of the files that is there. The shell is told of the last one looked for.
+void deleteShortcut(const Place& place, const WString& name) {
   WString candidate;
   for (const wchar_t* extension : kExtensions) {
-    candidate = base + extension;
+    candidate = place.item(name, extension);
     if (pathExists(candidate)) {
-      if (ansiOrWide(DeleteFileA, DeleteFileW, candidate.c_str()) == FALSE) {
-        return GetLastError();
-      }
+      throwUnless(ansiOrWide(DeleteFileA, DeleteFileW, candidate.c_str()) != FALSE);
       break;
     }
     if (!isWindows9x()) {
@@ -75,7 +82,6 @@ DWORD deleteShortcut(const WString& base) {
     }
   }
   notifyShell(SHCNE_DELETE, candidate);
-  return ERROR_SUCCESS;
 }
 
 /// A path as the shell spells it: without what Windows cuts off its end.
@@ -94,43 +100,37 @@ WString belowFolder(const WString& subfolder) {
 
 }  // namespace
 
-DWORD createDesktopFolder(WString folder, const WString& subfolder) {
-  const DWORD error = expandFolderTokens(folder);
-  return error != ERROR_SUCCESS ? error : createFolders(folder, subfolder);
+void createDesktopFolder(const WString& folder, const WString& subfolder) {
+  createFolders(Place(expandFolderTokens(folder), subfolder));
 }
 
-DWORD removeDesktopFolder(WString folder, const WString& subfolder) {
+void removeDesktopFolder(const WString& folder, const WString& subfolder) {
   const WString below = belowFolder(subfolder);
-  const DWORD error = expandFolderTokens(folder);
-  return error != ERROR_SUCCESS || below.empty() ? error : removeFolders(folder, below);
+  const WString expanded = expandFolderTokens(folder);
+  if (!below.empty()) {
+    removeFolders(Place(expanded, below));
+  }
 }
 
-DWORD createDesktopItem(WString folder,
-                        const WString& subfolder,
-                        const WString& name,
-                        const ShellLink& link) {
+void createDesktopItem(const WString& folder,
+                       const WString& subfolder,
+                       const WString& name,
+                       const ShellLink& link) {
   if (FAILED(comStartupResult())) {
-    return static_cast<DWORD>(comStartupResult());
+    throw Win32Failure(static_cast<uint32_t>(comStartupResult()));
   }
-  DWORD error = expandFolderTokens(folder);
-  if (error == ERROR_SUCCESS) {
-    error = createFolders(folder, subfolder);
-  }
-  if (error != ERROR_SUCCESS) {
-    return error;
-  }
-  return static_cast<DWORD>(saveOnThisThread(itemPath(folder, subfolder, name), link));
+  const Place place(expandFolderTokens(folder), subfolder);
+  createFolders(place);
+  throwUnlessZero(static_cast<uint32_t>(saveOnThisThread(place.item(name), link)));
 }
 
-DWORD removeDesktopItem(WString folder, const WString& subfolder, const WString& name) {
+void removeDesktopItem(const WString& folder, const WString& subfolder, const WString& name) {
   const WString below = belowFolder(subfolder);
-  DWORD error = expandFolderTokens(folder);
-  if (error == ERROR_SUCCESS) {
-    error = deleteShortcut(itemPath(folder, below, name, L""));
+  const Place place(expandFolderTokens(folder), below);
+  deleteShortcut(place, name);
+  const bool stays =
+      below.empty() || (isWindowsXPOrLater() && isSpecialFolder(withoutEnd(place.path())));
+  if (!stays) {
+    removeFolders(place);
   }
-  if (error != ERROR_SUCCESS || below.empty()) {
-    return error;
-  }
-  const bool keep = isWindowsXPOrLater() && isSpecialFolder(withoutEnd(folderPath(folder, below)));
-  return keep ? ERROR_SUCCESS : removeFolders(folder, below);
 }

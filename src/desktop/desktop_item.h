@@ -1,29 +1,26 @@
 #pragma once
 
-#include <windows.h>
-
 #include "bridge/win32/text.h"
 #include "desktop/shell_link.h"
 
 /// Folders and shortcuts in the Start menu and on the desktop. `folder` may hold folder tokens (see
 /// expandFolderTokens); `subfolder` is a path below it, which may be empty. The shell is told of
-/// each change. All return 0, a Win32 error or an HRESULT; they throw Win32Failure for a text that
-/// the code page lost, and for a folder that is a drive and nothing else (see folderPath). What
-/// removes throws it for a subfolder that leads upwards, too (ERROR_BAD_PATHNAME), and passes over
-/// what names nothing in it (see namedPath): the folder itself stays.
+/// each change. All throw Win32Failure, with a Win32 error or an HRESULT. What removes throws it
+/// for a subfolder that leads upwards, too (ERROR_BAD_PATHNAME), and passes over what names nothing
+/// in it (see namedPath): the folder itself stays.
 
-DWORD createDesktopFolder(WString folder, const WString& subfolder);
+void createDesktopFolder(const WString& folder, const WString& subfolder);
 
 /// Removes the sub-folders that are empty. One that still holds something stays, and is no failure;
 /// on Windows 9x nothing is. An empty `subfolder` does nothing.
-DWORD removeDesktopFolder(WString folder, const WString& subfolder);
+void removeDesktopFolder(const WString& folder, const WString& subfolder);
 
 /// Makes the sub-folder and in it the shortcut name.lnk.
-DWORD createDesktopItem(WString folder,
-                        const WString& subfolder,
-                        const WString& name,
-                        const ShellLink& link);
+void createDesktopItem(const WString& folder,
+                       const WString& subfolder,
+                       const WString& name,
+                       const ShellLink& link);
 
 /// Deletes the shortcut, which need not be there, and the sub-folder when it is empty then, as
 /// removeDesktopFolder does; not one of the shell's own folders (on Windows XP and later).
-DWORD removeDesktopItem(WString folder, const WString& subfolder, const WString& name);
+void removeDesktopItem(const WString& folder, const WString& subfolder, const WString& name);

@@ -27,7 +27,7 @@ Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_createDesktopFold
     jstring folder,
     jstring subfolder) {
   nativeFrame(env, kCreateFolderFailed, [&] {
-    throwUnlessZero(createDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder)));
+    createDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder));
   });
 }
 
@@ -38,7 +38,7 @@ Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_removeDesktopFold
     jstring folder,
     jstring subfolder) {
   nativeFrame(env, kRemoveFolderFailed, [&] {
-    throwUnlessZero(removeDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder)));
+    removeDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder));
   });
 }
 
@@ -59,10 +59,10 @@ Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_createDesktopItem
     const JniString icon(env, iconPath);
     const JniString directory(env, workingDirectory);
     const ShellLink link = {program.get(), options.get(), directory.get(), icon.get()};
-    throwUnlessZero(createDesktopItem(textFromJava(env, folder),
-                                      textFromJava(env, subfolder),
-                                      textFromJava(env, name),
-                                      link));
+    createDesktopItem(textFromJava(env, folder),
+                      textFromJava(env, subfolder),
+                      textFromJava(env, name),
+                      link);
   });
 }
 
@@ -73,9 +73,9 @@ Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_removeDesktopItem
                                                                                  jstring subfolder,
                                                                                  jstring name) {
   nativeFrame(env, kRemoveItemFailed, [&] {
-    throwUnlessZero(removeDesktopItem(textFromJava(env, folder),
-                                      textFromJava(env, subfolder),
-                                      textFromJava(env, name)));
+    removeDesktopItem(textFromJava(env, folder),
+                      textFromJava(env, subfolder),
+                      textFromJava(env, name));
   });
 }
 

@@ -1,10 +1,14 @@
 #include <com_corvane_wizard_platform_win32_Win32DesktopServiceImpl.h>
 
+#include <optional>
+#include <utility>
+
 #include "bridge/java/java_values.h"
 #include "bridge/java/jni_string.h"
+#include "bridge/java/native.h"
 #include "bridge/java/native_text.h"
 #include "bridge/win32/platform.h"
-#include "desktop/folder_tokens.h"
+#include "desktop/place.h"
 #include "file/file_owner.h"
 #include "file/path_attributes.h"
 
@@ -26,25 +30,34 @@ struct Folder {
   jstring subfolder;
 };
 
-/// The path of the group. That a token cannot be replaced is not reported: the path is empty then,
-/// and what that leads to is.
-WString pathOf(JNIEnv* env, const Folder& place) {
-  WString folder = textFromJava(env, place.folder);
-  const WString subfolder = textFromJava(env, place.subfolder);
-  return expandFolderTokens(folder) == ERROR_SUCCESS ? folderPath(folder, subfolder) : WString();
+/// Nothing when a token cannot be replaced. That is not reported: the path is empty then, or the
+/// shortcut's file name alone, and what that leads to is.
+std::optional<Place> findPlace(const WString& folder, const WString& subfolder) {
+  WString expanded;
+  try {
+    expanded = expandFolderTokens(folder);
+  } catch (const Win32Failure&) {
+    return std::nullopt;
+  }
+  return Place(std::move(expanded), subfolder);
 }
 
-/// The path of the shortcut; its file name alone when a token cannot be replaced.
-WString pathOf(JNIEnv* env, const Item& place) {
-  WString folder = textFromJava(env, place.folder);
-  const WString subfolder = textFromJava(env, place.subfolder);
-  const WString name = textFromJava(env, place.name);
-  return expandFolderTokens(folder) == ERROR_SUCCESS ? itemPath(folder, subfolder, name)
-                                                     : name + L".lnk";
+WString pathOf(JNIEnv* env, const Folder& group) {
+  const WString folder = textFromJava(env, group.folder);
+  const std::optional<Place> place = findPlace(folder, textFromJava(env, group.subfolder));
+  return place ? place->path() : WString();
 }
 
-template <class Place>
-jstring getPrincipal(JNIEnv* env, jint code, Principal which, const Place& place) {
+WString pathOf(JNIEnv* env, const Item& item) {
+  const WString folder = textFromJava(env, item.folder);
+  const WString subfolder = textFromJava(env, item.subfolder);
+  const WString name = textFromJava(env, item.name);
+  const std::optional<Place> place = findPlace(folder, subfolder);
+  return place ? place->item(name) : name + L".lnk";
+}
+
+template <class Named>
+jstring getPrincipal(JNIEnv* env, jint code, Principal which, const Named& place) {
   return nativeFrame(env, [&]() -> jstring {
     if (isWindows9x()) {
       throwNotSupported(env);
@@ -56,8 +69,8 @@ jstring getPrincipal(JNIEnv* env, jint code, Principal which, const Place& place
   });
 }
 
-template <class Place>
-void setPrincipal(JNIEnv* env, jint code, Principal which, const Place& place, jstring account) {
+template <class Named>
+void setPrincipal(JNIEnv* env, jint code, Principal which, const Named& place, jstring account) {
   nativeFrame(env, code, [&] {
     if (isWindows9x()) {
       throwNotSupported(env);
@@ -69,60 +82,80 @@ void setPrincipal(JNIEnv* env, jint code, Principal which, const Place& place, j
   });
 }
 
-template <class Place>
-jobject getAttributes(JNIEnv* env, jint code, const Place& place) {
-  return nativeFrame(env, code, [&] {
-    return getPathAttributes(env, pathOf(env, place).c_str());
-  });
+template <class Named>
+jobject getAttributes(JNIEnv* env, jint code, const Named& place) {
+  return nativeFrame(env, code, [&] { return getPathAttributes(env, pathOf(env, place).c_str()); });
 }
 
-template <class Place>
-void setAttributes(JNIEnv* env, jint code, const Place& place, jobject attributes) {
-  nativeFrame(env, code, [&] {
-    setPathAttributes(env, pathOf(env, place).c_str(), attributes);
-  });
+template <class Named>
+void setAttributes(JNIEnv* env, jint code, const Named& place, jobject attributes) {
+  nativeFrame(env, code, [&] { setPathAttributes(env, pathOf(env, place).c_str(), attributes); });
 }
 
 }  // namespace
 
-// The natives differ in the place, the principal and the codes only; hence a table.
-
-#define Item_PARAMETERS jstring folder, jstring subfolder, jstring name
-#define Item_PLACE (Item{folder, subfolder, name})
-#define Folder_PARAMETERS jstring folder, jstring subfolder
-#define Folder_PLACE (Folder{folder, subfolder})
-
-#define DESKTOP_NATIVE(Result, method, ...)                                                \
-  JNIEXPORT Result JNICALL                                                                 \
-      Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_##method(JNIEnv* env, \
-                                                                              jobject,     \
-                                                                              __VA_ARGS__)
-
-/// getDesktop<Place><what> and setDesktop<Place><what>, such as getDesktopItemOwnerGroup, with the
-/// codes of their failures.
-#define PRINCIPAL_NATIVES(Place, what, which, getCode, setCode)                        \
-  DESKTOP_NATIVE(jstring, getDesktop##Place##what, Place##_PARAMETERS) {               \
-    return getPrincipal(env, getCode, which, Place##_PLACE);                           \
-  }                                                                                    \
-  DESKTOP_NATIVE(void, setDesktop##Place##what, Place##_PARAMETERS, jstring account) { \
-    setPrincipal(env, setCode, which, Place##_PLACE, account);                         \
-  }
-
-#define ATTRIBUTE_NATIVES(Place, getCode, setCode)                                              \
-  DESKTOP_NATIVE(jobject, getDesktop##Place##Attributes, Place##_PARAMETERS) {                  \
-    return getAttributes(env, getCode, Place##_PLACE);                                          \
-  }                                                                                             \
-  DESKTOP_NATIVE(void, setDesktop##Place##Attributes, Place##_PARAMETERS, jobject attributes) { \
-    setAttributes(env, setCode, Place##_PLACE, attributes);                                     \
-  }
+// The natives differ in the place, the principal and the codes of their failures only.
 
 extern "C" {
 
-PRINCIPAL_NATIVES(Item, OwnerGroup, Principal::kGroup, -80010, -80011)
-PRINCIPAL_NATIVES(Item, Owner, Principal::kOwner, -80012, -80013)
-PRINCIPAL_NATIVES(Folder, OwnerGroup, Principal::kGroup, -80014, -80015)
-PRINCIPAL_NATIVES(Folder, Owner, Principal::kOwner, -80016, -80017)
-ATTRIBUTE_NATIVES(Item, -80018, -80019)
-ATTRIBUTE_NATIVES(Folder, -80020, -80021)
+NATIVE(jstring, Win32DesktopServiceImpl, getDesktopItemOwnerGroup)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring name) {
+  return getPrincipal(env, -80010, Principal::kGroup, Item{folder, subfolder, name});
+}
+
+NATIVE(void, Win32DesktopServiceImpl, setDesktopItemOwnerGroup)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring name, jstring group) {
+  setPrincipal(env, -80011, Principal::kGroup, Item{folder, subfolder, name}, group);
+}
+
+NATIVE(jstring, Win32DesktopServiceImpl, getDesktopItemOwner)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring name) {
+  return getPrincipal(env, -80012, Principal::kOwner, Item{folder, subfolder, name});
+}
+
+NATIVE(void, Win32DesktopServiceImpl, setDesktopItemOwner)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring name, jstring owner) {
+  setPrincipal(env, -80013, Principal::kOwner, Item{folder, subfolder, name}, owner);
+}
+
+NATIVE(jstring, Win32DesktopServiceImpl, getDesktopFolderOwnerGroup)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder) {
+  return getPrincipal(env, -80014, Principal::kGroup, Folder{folder, subfolder});
+}
+
+NATIVE(void, Win32DesktopServiceImpl, setDesktopFolderOwnerGroup)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring group) {
+  setPrincipal(env, -80015, Principal::kGroup, Folder{folder, subfolder}, group);
+}
+
+NATIVE(jstring, Win32DesktopServiceImpl, getDesktopFolderOwner)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder) {
+  return getPrincipal(env, -80016, Principal::kOwner, Folder{folder, subfolder});
+}
+
+NATIVE(void, Win32DesktopServiceImpl, setDesktopFolderOwner)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring owner) {
+  setPrincipal(env, -80017, Principal::kOwner, Folder{folder, subfolder}, owner);
+}
+
+NATIVE(jobject, Win32DesktopServiceImpl, getDesktopItemAttributes)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring name) {
+  return getAttributes(env, -80018, Item{folder, subfolder, name});
+}
+
+NATIVE(void, Win32DesktopServiceImpl, setDesktopItemAttributes)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring name, jobject attributes) {
+  setAttributes(env, -80019, Item{folder, subfolder, name}, attributes);
+}
+
+NATIVE(jobject, Win32DesktopServiceImpl, getDesktopFolderAttributes)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder) {
+  return getAttributes(env, -80020, Folder{folder, subfolder});
+}
+
+NATIVE(void, Win32DesktopServiceImpl, setDesktopFolderAttributes)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jobject attributes) {
+  setAttributes(env, -80021, Folder{folder, subfolder}, attributes);
+}
 
 }  // extern "C"

@@ -5,15 +5,14 @@
 #include "bridge/win32/ansi_or_wide.h"
 #include "bridge/win32/last_error.h"
 #include "bridge/win32/path.h"
-#include "desktop/folder_tokens.h"
+#include "bridge/win32/win32_failure.h"
 
 namespace {
 
 constexpr const wchar_t* kSeparators = L"\\/";
 
-DWORD removeFolder(const WString& path) {
-  const BOOL removed = ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path.c_str());
-  return removed != FALSE ? ERROR_SUCCESS : GetLastError();
+void removeFolder(const WString& path) {
+  throwUnless(ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path.c_str()) != FALSE);
 }
 
 /// The folders that one call has made. Unless they are kept they are removed again, the last one
@@ -30,15 +29,17 @@ class CreatedFolders {
     }
   }
 
-  /// 0 or the Win32 error.
-  DWORD create(const WString& path) {
+  /// One that is there already is fine, and nobody's to remove.
+  void create(const WString& path) {
     paths_.emplace_back(path);
     if (paths_.back().create()) {
-      return ERROR_SUCCESS;
+      return;
     }
     const DWORD error = GetLastError();
     paths_.pop_back();
-    return error;
+    if (error != ERROR_FILE_EXISTS && error != ERROR_ALREADY_EXISTS) {
+      throw Win32Failure(error);
+    }
   }
 
   void keep() noexcept { paths_.clear(); }
@@ -75,37 +76,32 @@ class CreatedFolders {
 
 }  // namespace
 
-DWORD createFolderChain(const WString& folder, const WString& subfolder) {
-  if (!folder.empty() && !pathExists(folder)) {
-    return ERROR_FILE_NOT_FOUND;
+void createFolderChain(const Place& place) {
+  if (!place.folder().empty() && !pathExists(place.folder())) {
+    throw Win32Failure(ERROR_FILE_NOT_FOUND);
   }
   CreatedFolders created;
-  WString path = folder;
-  for (const WString& component : componentsOf(subfolder)) {
-    path = folderPath(path, component);
-    const DWORD error = created.create(path);
-    if (error != ERROR_SUCCESS && error != ERROR_FILE_EXISTS && error != ERROR_ALREADY_EXISTS) {
-      return error;
-    }
+  WString path = place.folder();
+  for (const WString& component : componentsOf(place.subfolder())) {
+    appendPathSeparator(path);
+    path += component;
+    created.create(path);
   }
   created.keep();
-  return ERROR_SUCCESS;
 }
 
-DWORD removeFolderChain(const WString& folder, const WString& subfolder) {
-  if (!pathExists(folderPath(folder, subfolder))) {
-    return ERROR_FILE_NOT_FOUND;
+void removeFolderChain(const Place& place) {
+  if (!pathExists(place.path())) {
+    throw Win32Failure(ERROR_FILE_NOT_FOUND);
   }
   // Separators at the end and in a row name no folder of their own, and those at the head would
-  // name `folder` itself.
+  // name the folder above.
+  const WString& subfolder = place.subfolder();
+  const WString::size_type head = place.path().size() - subfolder.size();
   for (size_t last = subfolder.find_last_not_of(kSeparators); last != WString::npos;) {
-    const DWORD error = removeFolder(folderPath(folder, subfolder.substr(0, last + 1)));
-    if (error != ERROR_SUCCESS) {
-      return error;
-    }
+    removeFolder(place.path().substr(0, head + last + 1));
     const size_t separator = subfolder.find_last_of(kSeparators, last);
     last =
         separator == WString::npos ? separator : subfolder.find_last_not_of(kSeparators, separator);
   }
-  return ERROR_SUCCESS;
 }

@@ -1,20 +1,17 @@
 #pragma once
 
-#include <windows.h>
-
-#include "bridge/win32/text.h"
+#include "desktop/place.h"
 
 /// The folders of a path "a\b\c" below another folder, made and removed together. Separators are
-/// backslashes and slashes; a path of nothing else names no folder. Both return 0 or the Win32
-/// error.
+/// backslashes and slashes; a path of nothing else names no folder. Both throw Win32Failure.
 
 /// Makes folder\a, folder\a\b and so on; one that is there already is fine. `folder` itself must be
 /// there unless it is empty (ERROR_FILE_NOT_FOUND). After a failure, what was made here is removed
 /// again. Win32: CreateDirectoryA/W.
-DWORD createFolderChain(const WString& folder, const WString& subfolder);
+void createFolderChain(const Place& place);
 
 /// Removes folder\a\b\c, then folder\a\b and so on up to folder\a; the first failure ends it.
 /// `folder` itself always stays; `subfolder` leads nowhere but below it, and each of its components
 /// names something (see namedPath). ERROR_FILE_NOT_FOUND when the deepest is missing. Win32:
 /// RemoveDirectoryA/W.
-DWORD removeFolderChain(const WString& folder, const WString& subfolder);
+void removeFolderChain(const Place& place);

@@ -6,25 +6,18 @@
 
 namespace {
 
-FileOutcome scheduled(bool done, DWORD error) {
-  FileOutcome outcome;
-  outcome.result = done ? FileOutcome::kAtReboot : FileOutcome::kFailed;
-  outcome.setError(error);
-  return outcome;
-}
-
 FileOutcome deleteAtRebootNT(const wchar_t* path) {
   const MoveFileExFunction moveFileEx = findMoveFileEx();
-  const bool done =
+  const bool scheduled =
       moveFileEx && moveFileEx(path, nullptr, DWORD{MOVEFILE_DELAY_UNTIL_REBOOT}) != FALSE;
-  return scheduled(done, done ? ERROR_SUCCESS : GetLastError());
+  return scheduled ? FileOutcome::atReboot() : FileOutcome::failed(GetLastError());
 }
 
 FileOutcome deleteAtReboot9x(const wchar_t* path) {
   RebootFileList list;
   list.addDelete(AnsiText(path));
   const DWORD error = list.commit();
-  return scheduled(error == ERROR_SUCCESS, error);
+  return error == ERROR_SUCCESS ? FileOutcome::atReboot() : FileOutcome::failed(error);
 }
 
 }  // namespace

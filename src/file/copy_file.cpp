@@ -98,7 +98,7 @@ class FileCopy {
 
 FileOutcome copyFile(const wchar_t* source, const wchar_t* target, bool overwrite) {
   if (isDriveAlone(target)) {
-    return {.error = ERROR_PATH_NOT_FOUND};
+    return FileOutcome::failed(ERROR_PATH_NOT_FOUND, FileOutcome::kDone);
   }
   const ReadOnlyGuard guard(target, false);
   return FileCopy(source, target, overwrite).run();

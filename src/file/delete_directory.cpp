@@ -144,7 +144,7 @@ FileOutcome deleteEmptyDirectory(const wchar_t* path) {
 FileOutcome deleteDirectory(const wchar_t* path, bool recursive) {
   if (!hasText(path) || isDriveAlone(path)) {
     // With a separator behind it, it would be the root of a drive.
-    return {.error = ERROR_PATH_NOT_FOUND};
+    return FileOutcome::failed(ERROR_PATH_NOT_FOUND, FileOutcome::kDone);
   }
   return DirectoryWalker(recursive).run(path);
 }

@@ -14,19 +14,14 @@ FileOutcome deleteNow(const wchar_t* path, EntryKind kind) {
   const BOOL deleted = kind == EntryKind::kFile
                            ? ansiOrWide(DeleteFileA, DeleteFileW, path)
                            : ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path);
-  FileOutcome outcome;
-  if (deleted == FALSE) {
-    outcome.setError(GetLastError());
-    outcome.result = FileOutcome::kFailed;
-  }
-  return outcome;
+  return deleted != FALSE ? FileOutcome::done() : FileOutcome::failed(GetLastError());
 }
 
 }  // namespace
 
 FileOutcome deleteEntry(const wchar_t* path, EntryKind kind) {
   if (isDriveAlone(path)) {
-    return {FileOutcome::kFailed, ERROR_PATH_NOT_FOUND};
+    return FileOutcome::failed(ERROR_PATH_NOT_FOUND);
   }
   const ReadOnlyGuard guard(path, false);
   const FileOutcome outcome = deleteNow(path, kind);

@@ -4,7 +4,8 @@
 
 #include <optional>
 
-/// How an operation on a file that may be in use ended.
+/// How an operation on a file that may be in use ended: the result that Java gets, and beside it
+/// the failure to raise, if there is one.
 struct FileOutcome {
   enum Result {
     kFailed = -1,
@@ -12,10 +13,20 @@ struct FileOutcome {
     kAtReboot = 1,  // the next start of Windows completes it
   };
 
-  /// What Java gets, also beside an error.
+  static FileOutcome done() noexcept { return {}; }
+  static FileOutcome atReboot() noexcept { return {kAtReboot, {}}; }
+
+  /// Some operations answer kDone beside their failure, and kAtReboot where half of the work is
+  /// left for the next start all the same.
+  static FileOutcome failed(DWORD error, Result result = kFailed) noexcept {
+    FileOutcome outcome{result, {}};
+    outcome.setError(error);
+    return outcome;
+  }
+
   Result result = kDone;
 
-  /// The failure to raise, if there is one: a Win32 error.
+  /// A Win32 error.
   std::optional<DWORD> error;
 
   /// Keeps a reason; 0 is none.

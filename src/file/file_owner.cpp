@@ -102,7 +102,7 @@ AccountName readPrincipal(const wchar_t* path, Principal which) {
 void writePrincipal(const wchar_t* path, Principal which, const wchar_t* account) {
   Writing functions;
   throwUnless(functions.find());
-  const ByteBuffer sid = findSid(functions.lookupAccountName, account);
+  ByteBuffer sid = findSid(functions.lookupAccountName, account);
   const PrivilegeEnabler takeOwnership("SeTakeOwnershipPrivilege");
   const PrivilegeEnabler restore("SeRestorePrivilege");
   const PrivilegeEnabler backup("SeBackupPrivilege");

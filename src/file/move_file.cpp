@@ -86,9 +86,7 @@ FileOutcome moveFileNT(const wchar_t* source, const wchar_t* target, bool overwr
   const ReadOnlyGuard guard(target, false);
   const MoveFileExFunction moveFileEx = findMoveFileEx();
   if (!moveFileEx) {
-    FileOutcome outcome;
-    outcome.setError(GetLastError());
-    return outcome;
+    return FileOutcome::failed(GetLastError(), FileOutcome::kDone);
   }
   return FileMove(moveFileEx, source, target, overwrite).run();
 }
@@ -98,10 +96,10 @@ FileOutcome moveFileNT(const wchar_t* source, const wchar_t* target, bool overwr
 FileOutcome moveFile(const wchar_t* source, const wchar_t* target, bool overwrite) {
   if (target == nullptr) {
     // To some systems a move to nowhere is a deletion, and nobody asked for that.
-    return {FileOutcome::kFailed, ERROR_INVALID_PARAMETER};
+    return FileOutcome::failed(ERROR_INVALID_PARAMETER);
   }
   if (isDriveAlone(source) || isDriveAlone(target)) {
-    return {FileOutcome::kFailed, ERROR_PATH_NOT_FOUND};
+    return FileOutcome::failed(ERROR_PATH_NOT_FOUND);
   }
   return isWindowsNT() ? moveFileNT(source, target, overwrite)
                        : moveFile9x(source, target, overwrite);

@@ -8,16 +8,12 @@
 namespace {
 
 FileOutcome failedWith(DWORD error) {
-  FileOutcome outcome;
-  outcome.error = error;
-  return outcome;
+  return {FileOutcome::kDone, error};
 }
 
 FileOutcome leftForReboot(RebootFileList& list) {
   list.commit();
-  FileOutcome outcome;
-  outcome.result = FileOutcome::kAtReboot;
-  return outcome;
+  return FileOutcome::atReboot();
 }
 
 /// Whether the source is there, as far as can be told: it can be opened, or it cannot be for
@@ -33,7 +29,7 @@ bool isThere(const char* source) {
 
 FileOutcome moveNow(const char* source, const char* target) {
   if (MoveFileA(source, target) != FALSE) {
-    return {};
+    return FileOutcome::done();
   }
   const DWORD error = GetLastError();
   if (error != ERROR_ACCESS_DENIED) {

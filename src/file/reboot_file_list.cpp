@@ -7,6 +7,7 @@
 #include "bridge/win32/byte_buffer.h"
 #include "bridge/win32/last_error.h"
 #include "bridge/win32/scoped_handle.h"
+#include "bridge/win32/win32_failure.h"
 #include "file/rename_section.h"
 
 namespace {
@@ -25,70 +26,69 @@ std::string shortName(const char* path) {
   return {name.data<char>(), length};
 }
 
-/// Where the file is; 0, or the Win32 error.
-DWORD findIniFile(std::string& path) {
+std::string iniFile() {
   char directory[MAX_PATH] = {};
   const UINT length = GetWindowsDirectoryA(directory, MAX_PATH);
-  if (length == 0) {
-    return GetLastError();
-  }
+  throwUnless(length != 0);
   if (length >= MAX_PATH) {
-    return ERROR_INSUFFICIENT_BUFFER;
+    throw Win32Failure(ERROR_INSUFFICIENT_BUFFER);
   }
-  path = std::string(directory) + "\\WinInit.Ini";
-  return ERROR_SUCCESS;
+  return std::string(directory) + "\\WinInit.Ini";
 }
 
-void setEnd(HANDLE file, size_t end) noexcept {
-  const LastErrorKeeper keeper;
-  SetFilePointer(file, static_cast<LONG>(end), nullptr, FILE_BEGIN);
-  SetEndOfFile(file);
-}
-
-/// Writes the lines into the `size` bytes of the file through a view that has room for them, and
-/// tells where the file ends then. 0, or the Win32 error; the mapping is closed in any case, so
-/// that the end can be set.
-DWORD editThroughView(HANDLE file,
-                      size_t size,
-                      const std::vector<std::string>& lines,
-                      size_t& end) {
-  const size_t capacity = size + joinedLength(lines) + kHeaderRoom;
-  const ScopedKernelHandle mapping(
-      CreateFileMappingA(file, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(capacity), nullptr));
-  if (!mapping) {
-    return GetLastError();
+/// Sets where a file ends, when the scope does: what a mapping has added goes again then, also when
+/// that failed.
+class FileEnd {
+ public:
+  FileEnd(HANDLE file, size_t end) noexcept : file_(file), end_(end) {}
+  FileEnd(const FileEnd&) = delete;
+  FileEnd& operator=(const FileEnd&) = delete;
+  ~FileEnd() {
+    const LastErrorKeeper keeper;
+    SetFilePointer(file_, static_cast<LONG>(end_), nullptr, FILE_BEGIN);
+    SetEndOfFile(file_);
   }
-  const ScopedView view(MapViewOfFile(mapping.get(), FILE_MAP_WRITE, 0, 0, 0));
-  if (!view) {
-    return GetLastError();
-  }
-  auto* text = static_cast<char*>(view.get());
-  std::memset(text + size, 0, capacity - size);
-  end = insertRenameLines(text, size, lines);
-  return ERROR_SUCCESS;
-}
 
-DWORD writeLines(HANDLE file, const std::vector<std::string>& lines) {
+  void moveTo(size_t end) noexcept { end_ = end; }
+
+ private:
+  HANDLE file_;
+  size_t end_;
+};
+
+/// The size of a file, which must leave room for `added` bytes more.
+DWORD sizeOf(HANDLE file, size_t added) {
   DWORD beyond = 0;
   const DWORD size = GetFileSize(file, &beyond);
-  if (size == INVALID_FILE_SIZE && GetLastError() != ERROR_SUCCESS) {
-    return GetLastError();
+  throwUnless(size != INVALID_FILE_SIZE || GetLastError() == ERROR_SUCCESS);
+  if (beyond != 0 || size + added > size_t{LONG_MAX}) {
+    throw Win32Failure(ERROR_FILE_TOO_LARGE);
   }
-  if (beyond != 0 || size + joinedLength(lines) + kHeaderRoom > size_t{LONG_MAX}) {
-    return ERROR_FILE_TOO_LARGE;
-  }
-  size_t end = size;
-  const DWORD error = editThroughView(file, size, lines, end);
-  setEnd(file, end);  // also takes back what a mapping that failed has added
-  return error;
+  return size;
 }
 
-DWORD writeToIniFile(const std::vector<std::string>& lines) {
-  std::string path;
-  const DWORD error = findIniFile(path);
-  if (error != ERROR_SUCCESS) {
-    return error;
-  }
+/// Writes the lines into the file through a view that has room for them. The view and its mapping
+/// are closed before the end is set.
+void writeLines(HANDLE file, const std::vector<std::string>& lines) {
+  const size_t added = joinedLength(lines) + kHeaderRoom;
+  const DWORD size = sizeOf(file, added);
+  FileEnd end(file, size);
+  const ScopedKernelHandle mapping(CreateFileMappingA(file,
+                                                      nullptr,
+                                                      PAGE_READWRITE,
+                                                      0,
+                                                      static_cast<DWORD>(size + added),
+                                                      nullptr));
+  throwUnless(static_cast<bool>(mapping));
+  const ScopedView view(MapViewOfFile(mapping.get(), FILE_MAP_WRITE, 0, 0, 0));
+  throwUnless(static_cast<bool>(view));
+  auto* text = static_cast<char*>(view.get());
+  std::memset(text + size, 0, added);
+  end.moveTo(insertRenameLines(text, size, lines));
+}
+
+void writeToIniFile(const std::vector<std::string>& lines) {
+  const std::string path = iniFile();
   const ScopedFile file(CreateFileA(path.c_str(),
                                     GENERIC_READ | GENERIC_WRITE,
                                     0,
@@ -96,7 +96,8 @@ DWORD writeToIniFile(const std::vector<std::string>& lines) {
                                     OPEN_ALWAYS,
                                     FILE_FLAG_SEQUENTIAL_SCAN | FILE_ATTRIBUTE_NORMAL,
                                     nullptr));
-  return file ? writeLines(file.get(), lines) : GetLastError();
+  throwUnless(static_cast<bool>(file));
+  writeLines(file.get(), lines);
 }
 
 }  // namespace
@@ -115,9 +116,11 @@ DWORD RebootFileList::commit() {
   if (lines_.empty()) {
     return ERROR_SUCCESS;
   }
-  const DWORD error = writeToIniFile(lines_);
-  if (error == ERROR_SUCCESS) {
-    lines_.clear();
+  try {
+    writeToIniFile(lines_);
+  } catch (const Win32Failure& failure) {
+    return failure.code();
   }
-  return error;
+  lines_.clear();
+  return ERROR_SUCCESS;
 }

@@ -1,6 +1,7 @@
 #include "file/writable_directory.h"
 
 #include "bridge/win32/message_inserts.h"
+#include "bridge/win32/scoped_handle.h"
 #include "file/critical_errors.h"
 
 namespace {
@@ -39,22 +40,23 @@ HANDLE createProbe(bool ansi, const void* directory, DWORD n) {
               : CreateFileW(name.wide(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, kFlags, nullptr);
 }
 
-/// Tries the names in turn. 0 when a file is made or all are taken, else the error.
-DWORD tryNames(bool ansi, const void* directory, HANDLE& probe) {
+/// Tries the names in turn; whether a file is made or all are taken. `probe` gets what the system
+/// gave last.
+bool tryNames(bool ansi, const void* directory, HANDLE& probe) {
   for (DWORD n = 0; n < kNames; ++n) {
     probe = createProbe(ansi, directory, n);
     if (probe != INVALID_HANDLE_VALUE) {
-      return ERROR_SUCCESS;
+      return true;
     }
     const DWORD error = GetLastError();
     if (error != ERROR_ALREADY_EXISTS && error != ERROR_FILE_EXISTS) {
-      return error;
+      return false;
     }
   }
-  return ERROR_SUCCESS;
+  return true;
 }
 
-DWORD probeDirectory(const WString& directory, HANDLE& probe) {
+bool probeDirectory(const WString& directory, HANDLE& probe) {
   const CriticalErrorSuppressor suppressor;
   if (isWindows9x()) {
     const AnsiText ansi(directory.c_str());
@@ -70,10 +72,8 @@ bool isDirectoryWritable(const wchar_t* directory) {
   if (path.back() != L'\\') {
     path += L'\\';  // also behind a slash
   }
-  HANDLE probe = nullptr;
-  const DWORD error = probeDirectory(path, probe);
-  if (probe != nullptr) {
-    CloseHandle(probe);  // an invalid one too, which does no harm; the file disappears
-  }
-  return error == ERROR_SUCCESS;
+  // Closed once the error mode is back, and the file disappears. A handle that is not valid is
+  // closed too, which does no harm.
+  ScopedKernelHandle probe;
+  return probeDirectory(path, *probe.receive());
 }

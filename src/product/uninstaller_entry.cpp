@@ -13,9 +13,17 @@ constexpr const wchar_t* kUninstall = L"Uninstall";
 /// The longest key name and display name that old versions of the list show.
 constexpr size_t kMaximumLength = 63;
 
+/// Where that cannot be told, the user is none.
+bool isAdministrator() {
+  try {
+    return queryAdminMembership();
+  } catch (const Win32Failure&) {
+    return false;
+  }
+}
+
 int entryRoot() {
-  DWORD error = ERROR_SUCCESS;
-  return isWindowsNT() && !queryAdminMembership(error) ? kCurrentUser : kLocalMachine;
+  return isWindowsNT() && !isAdministrator() ? kCurrentUser : kLocalMachine;
 }
 
 WString listPath() {
@@ -26,9 +34,9 @@ WString entryPath(const WString& keyName) {
   return listPath() + L"\\" + keyName;
 }
 
-/// Deletes an entry if it is there. Without a name there is none: the path would be the list
+/// Takes an entry out if it is there. Without a name there is none: the path would be the list
 /// itself.
-void deleteEntry(const RegistryKey& registry, int root, const WString& keyName) {
+void removeFromList(const RegistryKey& registry, int root, const WString& keyName) {
   if (!keyName.empty() && registry.keyExists(root, entryPath(keyName).c_str())) {
     registry.deleteKey(root, listPath().c_str(), keyName.c_str(), false);
   }
@@ -40,7 +48,7 @@ void registerUninstaller(const WString& keyName,
                          const WString& displayName,
                          const wchar_t* uninstallString) {
   if (keyName.empty()) {
-    throw RegistryException(ERROR_INVALID_PARAMETER);
+    throw Win32Failure(ERROR_INVALID_PARAMETER);
   }
   const RegistryKey registry;
   const int root = entryRoot();
@@ -57,6 +65,6 @@ void registerUninstaller(const WString& keyName,
 void unregisterUninstaller(const WString& keyName, const WString& otherKeyName) {
   const RegistryKey registry;
   const int root = entryRoot();
-  deleteEntry(registry, root, otherKeyName);
-  deleteEntry(registry, root, keyName.substr(0, kMaximumLength));
+  removeFromList(registry, root, otherKeyName);
+  removeFromList(registry, root, keyName.substr(0, kMaximumLength));
 }

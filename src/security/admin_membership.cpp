@@ -5,6 +5,7 @@
 #include "bridge/win32/byte_buffer.h"
 #include "bridge/win32/runtime_function.h"
 #include "bridge/win32/scoped_handle.h"
+#include "bridge/win32/win32_failure.h"
 #include "security/advapi32.h"
 
 namespace {
@@ -37,51 +38,50 @@ struct SidTraits {
 };
 using ScopedSid = ScopedHandle<SidTraits>;
 
-/// The check, step by step; each step that fails leaves its error.
+/// The check, step by step; each step that fails throws.
 class AdminCheck {
  public:
-  AdminCheck(const Functions& functions, DWORD& error) noexcept : call_(functions), error_(error) {}
+  explicit AdminCheck(const Functions& functions) noexcept : call_(functions) {}
 
-  bool run() {
-    HANDLE token = nullptr;  // stays open, on purpose
-    DWORD size = 0;
-    if (!openToken(token) || !askSize(token, size)) {
-      return false;
-    }
+  bool run() const {
+    const HANDLE token = openToken();  // stays open: see queryAdminMembership
+    DWORD size = sizeOfGroups(token);
     ByteBuffer groups;
     groups.allocate(size, 1);
-    if (call_.getTokenInformation(token, TokenGroups, groups.data(), size, &size) == FALSE) {
-      error_ = GetLastError();
-    }
+    const BOOL filled = call_.getTokenInformation(token, TokenGroups, groups.data(), size, &size);
+    const DWORD error = filled != FALSE ? ERROR_SUCCESS : GetLastError();
+    // Asked for in any case; when that fails too, its error is the one that is told.
     const ScopedSid administrators = administratorsSid();
-    return error_ == ERROR_SUCCESS && contains(groups, administrators.get());
+    throwUnlessZero(error);
+    return contains(groups, administrators.get());
   }
 
  private:
-  bool openToken(HANDLE& token) {
+  HANDLE openToken() const {
+    HANDLE token = nullptr;
     if (call_.openThreadToken(GetCurrentThread(), DWORD{TOKEN_QUERY}, FALSE, &token) != FALSE) {
-      return true;
+      return token;
     }
-    error_ = GetLastError();
-    if (error_ == ERROR_NO_TOKEN) {  // the thread does not impersonate
-      const BOOL opened = call_.openProcessToken(GetCurrentProcess(), DWORD{TOKEN_QUERY}, &token);
-      error_ = opened != FALSE ? ERROR_SUCCESS : GetLastError();
+    const DWORD error = GetLastError();
+    if (error != ERROR_NO_TOKEN) {
+      throw Win32Failure(error);
     }
-    return error_ == ERROR_SUCCESS;
+    // The thread does not impersonate.
+    throwUnless(call_.openProcessToken(GetCurrentProcess(), DWORD{TOKEN_QUERY}, &token) != FALSE);
+    return token;
   }
 
   /// This call is meant to fail, for want of a buffer. Only when it does not, its error counts.
-  bool askSize(HANDLE token, DWORD& size) {
+  DWORD sizeOfGroups(HANDLE token) const {
+    DWORD size = 0;
     if (call_.getTokenInformation(token, TokenGroups, nullptr, DWORD{0}, &size) != FALSE) {
-      error_ = GetLastError();
+      const DWORD error = GetLastError();
+      throwUnlessZero(error == ERROR_INSUFFICIENT_BUFFER ? ERROR_SUCCESS : error);
     }
-    if (error_ == ERROR_INSUFFICIENT_BUFFER) {
-      error_ = ERROR_SUCCESS;
-    }
-    return error_ == ERROR_SUCCESS;
+    return size;
   }
 
-  ScopedSid administratorsSid() {
+  ScopedSid administratorsSid() const {
     SID_IDENTIFIER_AUTHORITY authority = SECURITY_NT_AUTHORITY;
     constexpr DWORD kNone = 0;
     ScopedSid sid({call_.freeSid});
@@ -97,7 +97,8 @@ class AdminCheck {
                                                      kNone,
                                                      sid.receive());
     if (made == FALSE) {
-      error_ = GetLastError();
+      (void)sid.release();  // whatever a failure left there
+      throwLastError();
     }
     return sid;
   }
@@ -116,17 +117,12 @@ class AdminCheck {
   }
 
   const Functions& call_;
-  DWORD& error_;
 };
 
 }  // namespace
 
-bool queryAdminMembership(DWORD& error) {
-  error = ERROR_SUCCESS;
+bool queryAdminMembership() {
   Functions functions;
-  if (!functions.find(advapi32())) {
-    error = GetLastError();
-    return false;
-  }
-  return AdminCheck(functions, error).run();
+  throwUnless(functions.find(advapi32()));
+  return AdminCheck(functions).run();
 }

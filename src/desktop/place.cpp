@@ -1,8 +1,11 @@
-#include "desktop/folder_tokens.h"
+#include "desktop/place.h"
+
+#include <windows.h>
 
 #include <shlobj.h>
 
 #include <string_view>
+#include <utility>
 
 #include "bridge/win32/path.h"
 #include "bridge/win32/platform.h"
@@ -15,7 +18,7 @@ struct Token {
   std::wstring_view text;
   int csidl;
   int csidl9x;
-  /// Its failure is passed over, on purpose.
+  /// One that cannot be replaced stays in the text.
   bool optional = false;
 };
 
@@ -35,49 +38,44 @@ void replaceAll(WString& text, std::wstring_view token, const WString& path) {
   }
 }
 
-DWORD expandToken(const Token& token, WString& text) {
+uint32_t reasonFor(const SpecialFolder& folder) {
+  return folder.lookUp == FolderLookUp::kNoLocation ? static_cast<uint32_t>(folder.reason)
+                                                    : ERROR_BAD_ARGUMENTS;
+}
+
+void expandToken(const Token& token, WString& text) {
   const SpecialFolder folder = findSpecialFolder(isWindows9x() ? token.csidl9x : token.csidl);
-  switch (folder.lookUp) {
-    case FolderLookUp::kNoLocation:
-      return static_cast<DWORD>(folder.reason);
-    case FolderLookUp::kNoPath:
-      return ERROR_BAD_ARGUMENTS;
-    case FolderLookUp::kFound:
-      break;
+  if (folder.lookUp == FolderLookUp::kFound) {
+    replaceAll(text, token.text, folder.path);
+  } else if (!token.optional) {
+    throw Win32Failure(reasonFor(folder));
   }
-  replaceAll(text, token.text, folder.path);
-  return ERROR_SUCCESS;
+}
+
+WString joined(WString path, const WString& name) {
+  appendPathSeparator(path);
+  return path + name;
 }
 
 }  // namespace
 
-DWORD expandFolderTokens(WString& text) {
+WString expandFolderTokens(WString text) {
   for (const Token& token : kTokens) {
-    if (text.find(token.text) == WString::npos) {
-      continue;
-    }
-    const DWORD error = expandToken(token, text);
-    if (error != ERROR_SUCCESS && !token.optional) {
-      return error;
+    if (text.find(token.text) != WString::npos) {
+      expandToken(token, text);
     }
   }
-  return ERROR_SUCCESS;
+  return text;
 }
 
-WString folderPath(const WString& folder, const WString& subfolder) {
-  if (isDriveAlone(folder.c_str())) {
+Place::Place(WString folder, WString subfolder)
+    : folder_(std::move(folder)), subfolder_(std::move(subfolder)) {
+  if (isDriveAlone(folder_.c_str())) {
     throw Win32Failure(ERROR_PATH_NOT_FOUND);
   }
-  WString path = folder;
-  appendPathSeparator(path);
-  return path + subfolder;
+  path_ = joined(folder_, subfolder_);
 }
 
-WString itemPath(const WString& folder,
-                 const WString& subfolder,
-                 const WString& name,
-                 const wchar_t* extension) {
-  WString path = folderPath(folder, subfolder);
-  appendPathSeparator(path);
-  return path + name + extension;
+WString Place::item(const WString& name, const wchar_t* extension) const {
+  return joined(path_, name) + extension;
 }
