@@ -104,9 +104,8 @@ void RegistryKey::deleteKey(int root,
                             const wchar_t* name,
                             bool mustExist) const {
   const ScopedRegistryKey parent(openKey(root, parentPath, kDeleteSubKey));
-  // Windows 9x deletes a key with all that is below it by itself.
   throwUnlessDeleted(isWindowsNT() ? deleteRegistryTree(parent.get(), name)
-                                   : RegDeleteKeyA(parent.get(), ansiArgument(name)),
+                                   : deleteRegistryTree9x(parent.get(), name),
                      mustExist);
 }
 

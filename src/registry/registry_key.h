@@ -68,8 +68,10 @@ class RegistryKey {
                                            const wchar_t* path,
                                            const wchar_t* name) const;
 
-  /// Stores as many bytes as the UTF-16 text has without its terminator, 1 for an empty text, none
-  /// for a null one. On the ANSI family these are the converted text and zeros.
+  /// Hands over as many bytes as the UTF-16 text has without its terminator, 1 for an empty text,
+  /// none for a null one; on the ANSI family these are the converted text and zeros. What the wide
+  /// function stores of a text that is not empty has the terminator all the same: it adds the one
+  /// that it finds behind the data.
   void setStringValue(int root,
                       const wchar_t* path,
                       const wchar_t* name,
@@ -91,8 +93,9 @@ class RegistryKey {
   /// Makes the key `name` below `parentPath`; one that is there already is a success.
   void createKey(int root, const wchar_t* parentPath, const wchar_t* name) const;
 
-  /// Deletes the key `name` below `parentPath` with everything in it. A key that is missing is a
-  /// failure only when it `mustExist`.
+  /// Deletes the key `name` below `parentPath` with everything in it; a registry link goes itself,
+  /// and where it leads nothing is touched. A key that is missing is a failure only when it
+  /// `mustExist`; a name that is empty or begins with a backslash is ERROR_BADKEY.
   void deleteKey(int root, const wchar_t* parentPath, const wchar_t* name, bool mustExist) const;
 
   // These three leave their key open until the process ends, on purpose.

@@ -3,6 +3,7 @@
 #include "bridge/java/java_values.h"
 #include "bridge/java/jni_string.h"
 #include "bridge/java/native_frame.h"
+#include "bridge/java/native_text.h"
 #include "registry/registry_key.h"
 
 // The natives of Win32RegistryServiceImpl. What each does, takes and raises is said at its Java
@@ -206,8 +207,7 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getStringValue(J
                                                                                jstring key,
                                                                                jstring name,
                                                                                jboolean expand) {
-  WString text;
-  nativeFrame(env, kGetValueFailed, [&] {
+  return nativeText(env, kGetValueFailed, [&](WString& text) {
     const JniString path(env, key);
     const JniString valueName(env, name);
     text = RegistryKey().getStringValue(rootFromJava(root),
@@ -215,9 +215,6 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getStringValue(J
                                         valueName.get(),
                                         fromJavaBoolean(expand));
   });
-  // Also after a failure, on purpose: Java receives an empty string together with the exception.
-  return env->NewString(reinterpret_cast<const jchar*>(text.c_str()),
-                        static_cast<jsize>(text.size()));
 }
 
 JNIEXPORT jint JNICALL

@@ -13,27 +13,41 @@
 
 namespace {
 
-/// The bytes that RegSetValueEx is told: those of the UTF-16 text without its terminator, but one
-/// for an empty text.
-size_t storedLength(const wchar_t* text) {
-  if (text == nullptr) {
-    return 0;
-  }
-  return *text == L'\0' ? 1 : std::wcslen(text) * sizeof(wchar_t);
-}
-
-/// The text in the ANSI code page with zeros behind it up to `byteLength`. Windows 9x is told the
-/// length of the UTF-16 text and must find as many bytes to read.
-ByteBuffer paddedAnsi(const wchar_t* text, size_t byteLength) {
-  ByteBuffer padded;
-  if (text != nullptr) {
+/// A text as it is handed to RegSetValueEx, between zeros. The system adds a terminator by itself
+/// when the unit before the end of the data is none and the unit behind it is one; it looks for
+/// both in whole units, which around the single byte of an empty text lie outside the data. With
+/// zeros there nothing is added to it.
+class StoredText {
+ public:
+  StoredText(bool ansi, const wchar_t* text) {
+    if (text == nullptr) {
+      return;
+    }
+    const size_t wideLength = std::wcslen(text) * sizeof(wchar_t);
     ByteBuffer converted;
-    throwUnlessConverted(wideToAnsi(text, converted));
-    padded.allocate(static_cast<uint32_t>(std::max(converted.byteLength(), byteLength)), 1);
-    std::memcpy(padded.data(), converted.data(), converted.byteLength());
+    if (ansi) {
+      throwUnlessConverted(wideToAnsi(text, converted));
+    }
+    const size_t size = ansi ? converted.byteLength() : wideLength;
+    const size_t units = (std::max(size, wideLength) + 1) / sizeof(wchar_t);
+    block_.allocate(static_cast<uint32_t>(units + 2 * kMargin), sizeof(wchar_t));
+    std::memcpy(block_.data<wchar_t>() + kMargin, ansi ? converted.data<const void>() : text, size);
+    // Windows 9x is told the length of the UTF-16 text, too.
+    byteLength_ = wideLength == 0 ? 1 : wideLength;
   }
-  return padded;
-}
+
+  /// Null for no text.
+  const void* data() const noexcept {
+    return block_.data() == nullptr ? nullptr : block_.data<wchar_t>() + kMargin;
+  }
+  size_t byteLength() const noexcept { return byteLength_; }
+
+ private:
+  static constexpr size_t kMargin = 1;  // in units
+
+  ByteBuffer block_;
+  size_t byteLength_ = 0;
+};
 
 }  // namespace
 
@@ -62,11 +76,9 @@ void RegistryKey::setStringValue(int root,
                                  bool expandable,
                                  const wchar_t* text) const {
   const DWORD type = expandable ? REG_EXPAND_SZ : REG_SZ;
-  const size_t length = storedLength(text);
   const ScopedRegistryKey key(openKey(root, path, KEY_SET_VALUE));
-  throwUnlessSuccess(isWin9x_
-                         ? setValue(key.get(), name, type, paddedAnsi(text, length).data(), length)
-                         : setValue(key.get(), name, type, text, length));
+  const StoredText stored(isWin9x_, text);
+  throwUnlessSuccess(setValue(key.get(), name, type, stored.data(), stored.byteLength()));
 }
 
 void RegistryKey::set32BitValue(int root,

@@ -2,9 +2,7 @@
 
 #include <jvmti.h>
 
-#include <algorithm>
 #include <array>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -18,21 +16,6 @@ namespace {
 
 struct HookedEntry : HookedFunction {
   const JniFunction* facts = nullptr;
-};
-
-bool isOfEmptyText(const Call& call) {
-  return static_cast<jsize>(call.words[2]) == 0;
-}
-
-/// Where the library promises a call that JNI forbids while an exception is pending.
-struct PromisedCall {
-  std::string_view function;
-  std::string_view native;
-  bool (*applies)(const Call&);
-};
-constexpr PromisedCall kPromised[] = {
-    // After a failure it answers with an empty string all the same.
-    {"NewString", "getStringValue", isOfEmptyText},
 };
 
 std::array<HookedEntry, kJniEntries> entries;
@@ -84,42 +67,20 @@ bool isLibraryNativeRunning(JNIEnv* env) {
   return name.starts_with("Lcom/corvane/") && !name.starts_with("Lcom/corvane/testing/");
 }
 
-bool isPromised(const Call& call) {
-  return std::any_of(std::begin(kPromised), std::end(kPromised), [&](const PromisedCall& promised) {
-    return promised.function == call.function->name && promised.native == runningNative() &&
-           promised.applies(call);
-  });
+bool isPending(const Call& call) {
+  return originals->ExceptionCheck(environment(call)) != JNI_FALSE;
 }
 
-/// Takes the pending exception out of the JVM's sight for the length of the call, so that the JVM
-/// has nothing to warn of; `note` keeps it.
-void hidePending(Call& call) {
-  JNIEnv* const env = environment(call);
-  call.note = reinterpret_cast<uint64_t>(originals->ExceptionOccurred(env));
-  originals->ExceptionClear(env);
-}
-
-void restorePending(const Call& call) {
-  JNIEnv* const env = environment(call);
-  auto* const exception = reinterpret_cast<jthrowable>(call.note);
-  originals->Throw(env, exception);
-  originals->DeleteLocalRef(env, exception);
-}
-
-void checkPending(Call& call) {
+void checkPending(const Call& call) {
   const JniFunction& facts = *factsOf(call);
-  if (facts.allowedWhilePending || originals->ExceptionCheck(environment(call)) == JNI_FALSE) {
-    return;
-  }
-  if (!isPromised(call)) {
+  if (!facts.allowedWhilePending && isPending(call)) {
     monitor().violation(std::string(facts.name) + " is called while a Java exception is pending");
   }
-  hidePending(call);
 }
 
 /// Fails as the JVM does, with an error pending; one that is pending already stays.
 void failWith(const Call& call) {
-  if (call.note != 0) {
+  if (isPending(call)) {
     return;
   }
   JNIEnv* const env = environment(call);
@@ -195,9 +156,6 @@ void afterEntry(Call& call) {
     return;
   }
   bookAfter(call);
-  if (call.note != 0) {
-    restorePending(call);
-  }
 }
 
 void require(bool condition, const char* what) {

@@ -2,7 +2,13 @@
 
 #include <windows.h>
 
+#include <winternl.h>
+
 #include <stdexcept>
+
+// Not in every SDK's headers.
+extern "C" NTSTATUS NTAPI NtDeleteKey(HANDLE key);
+extern "C" NTSTATUS NTAPI RtlFormatCurrentUserKeyPath(UNICODE_STRING* path);
 
 namespace bed {
 namespace {
@@ -17,12 +23,12 @@ void require(LSTATUS result) {
 
 class Key {
  public:
-  explicit Key(const std::wstring& path) {
+  explicit Key(const std::wstring& path, DWORD options = 0) {
     require(RegCreateKeyExW(HKEY_CURRENT_USER,
                             path.c_str(),
                             0,
                             nullptr,
-                            0,
+                            options,
                             KEY_ALL_ACCESS,
                             nullptr,
                             &key_,
@@ -68,9 +74,9 @@ std::vector<std::wstring> valueNames(const Key& key) {
   });
 }
 
-std::vector<std::wstring> subKeyNames(const Key& key) {
+std::vector<std::wstring> subKeyNames(HKEY key) {
   return names([&](DWORD index, wchar_t* buffer, DWORD* length) {
-    return RegEnumKeyExW(key.get(), index, buffer, length, nullptr, nullptr, nullptr, nullptr);
+    return RegEnumKeyExW(key, index, buffer, length, nullptr, nullptr, nullptr, nullptr);
   });
 }
 
@@ -85,9 +91,20 @@ void dumpTree(const std::wstring& path, std::wstring& out) {
     }
     out.append(L"\n");
   }
-  for (const std::wstring& name : subKeyNames(key)) {
+  for (const std::wstring& name : subKeyNames(key.get())) {
     dumpTree(std::wstring(path).append(L"\\").append(name), out);
   }
+}
+
+/// As the system's own paths begin, which links need.
+std::wstring currentUserPath() {
+  UNICODE_STRING path{};
+  if (RtlFormatCurrentUserKeyPath(&path) < 0) {
+    throw std::runtime_error("the user has no key");
+  }
+  std::wstring text(path.Buffer, path.Length / sizeof(wchar_t));
+  RtlFreeUnicodeString(&path);
+  return text;
 }
 
 }  // namespace
@@ -96,11 +113,29 @@ void RawRegistry::createKey(const std::wstring& path) {
   const Key key(path);
 }
 
+void RawRegistry::createLink(const std::wstring& path, const std::wstring& target) {
+  const std::wstring value = currentUserPath() + L"\\" + target;
+  require(RegSetValueExW(Key(path, REG_OPTION_CREATE_LINK).get(),
+                         L"SymbolicLinkValue",
+                         0,
+                         REG_LINK,
+                         reinterpret_cast<const BYTE*>(value.data()),
+                         static_cast<DWORD>(value.size() * sizeof(wchar_t))));
+}
+
 void RawRegistry::deleteTree(const std::wstring& path) {
-  const LSTATUS result = RegDeleteTreeW(HKEY_CURRENT_USER, path.c_str());
-  if (result != ERROR_FILE_NOT_FOUND) {
-    require(result);
+  HKEY key = nullptr;
+  const LSTATUS result =
+      RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), REG_OPTION_OPEN_LINK, KEY_READ | DELETE, &key);
+  if (result == ERROR_FILE_NOT_FOUND) {
+    return;
   }
+  require(result);
+  for (const std::wstring& name : subKeyNames(key)) {
+    deleteTree(std::wstring(path).append(L"\\").append(name));
+  }
+  NtDeleteKey(key);
+  RegCloseKey(key);
 }
 
 void RawRegistry::set(const std::wstring& path, const std::wstring& name, const Value& value) {

@@ -17,7 +17,9 @@ class RawRegistry {
   };
 
   static void createKey(const std::wstring& path);
-  /// Deletes a key with everything in it; one that is missing is no failure.
+  /// Makes a registry link, which leads to `target`.
+  static void createLink(const std::wstring& path, const std::wstring& target);
+  /// Deletes a key with everything in it, links themselves; one that is missing is no failure.
   static void deleteTree(const std::wstring& path);
   static void set(const std::wstring& path, const std::wstring& name, const Value& value);
   static std::optional<Value> get(const std::wstring& path, const std::wstring& name);

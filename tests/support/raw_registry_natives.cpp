@@ -16,6 +16,13 @@ JNIEXPORT void JNICALL Java_com_corvane_testing_RawRegistry_createKey(JNIEnv* en
   bed::orThrow(env, [&] { RawRegistry::createKey(wide(env, key)); });
 }
 
+JNIEXPORT void JNICALL Java_com_corvane_testing_RawRegistry_createLink(JNIEnv* env,
+                                                                       jclass,
+                                                                       jstring key,
+                                                                       jstring target) {
+  bed::orThrow(env, [&] { RawRegistry::createLink(wide(env, key), wide(env, target)); });
+}
+
 JNIEXPORT void JNICALL Java_com_corvane_testing_RawRegistry_deleteTree(JNIEnv* env,
                                                                        jclass,
                                                                        jstring key) {

@@ -14,16 +14,19 @@ bool allocatesText(const Call& call) {
 
 /// Access denied, as COM says it.
 constexpr uint32_t kDenied = 0x80070005U;
+/// And as the system's own functions say it.
+constexpr uint32_t kDeniedStatus = 0xC0000022U;
 
 using enum Failure;
 
 constexpr Win32Function kFunctions[] = {
     // The registry.
+    {"NtDeleteKey", kStatus, kDeniedStatus},
+    {"RtlNtStatusToDosError"},
     {"RegCloseKey", kCannotFail, 0, closes(Account::kKey, 0)},
     {"RegCreateKeyExA", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 7)},
     {"RegCreateKeyExW", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 7)},
     {"RegDeleteKeyA", kStatus, ERROR_ACCESS_DENIED},
-    {"RegDeleteKeyW", kStatus, ERROR_ACCESS_DENIED},
     {"RegDeleteValueA", kStatus, ERROR_ACCESS_DENIED},
     {"RegDeleteValueW", kStatus, ERROR_ACCESS_DENIED},
     {"RegEnumKeyA", kStatus, ERROR_ACCESS_DENIED},

@@ -8,7 +8,7 @@ public final class Direct {
 
     private Direct() {}
 
-    /** Has the name of what it calls, because the hooks ask which native runs. */
+    /** The text that this native of Win32RegistryServiceImpl returns. */
     public static native String getStringValue(int root, String key, String name, boolean expand);
 
     /** What a native of Win32RegistryServiceImpl returns, whatever its type: 0, false or null is 0. */

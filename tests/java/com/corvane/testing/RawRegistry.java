@@ -12,6 +12,9 @@ public final class RawRegistry {
 
     public static native void createKey(String key);
 
+    /** Makes a registry link, which leads to another key. */
+    public static native void createLink(String key, String target);
+
     public static native void deleteTree(String key);
 
     public static native void set(String key, String name, int type, byte[] data);

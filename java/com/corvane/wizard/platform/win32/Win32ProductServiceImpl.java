@@ -30,7 +30,8 @@ public class Win32ProductServiceImpl {
             throws ServiceException;
 
     /**
-     * Removes the entries of a product; what is not there is not missed. Windows: RegDeleteKey.
+     * Removes the entries of a product; what is not there is not missed. Windows: NtDeleteKey;
+     * RegDeleteKey on Windows 95, 98 and ME.
      *
      * @param keyName the name of an entry's key, cut to 63 characters; an empty one names none
      * @param otherKeyName the name of another, taken whole; it is removed first

@@ -70,13 +70,14 @@ public class Win32RegistryServiceImpl {
     public native void createKey(int root, String key, String subKey) throws ServiceException;
 
     /**
-     * Deletes a key with all its values and sub-keys. What was deleted before a failure stays deleted.
-     * Windows: RegEnumKeyEx and RegDeleteKey.
+     * Deletes a key with all its values and sub-keys. What was deleted before a failure stays deleted. A
+     * registry link is deleted itself, below the key and as the key; what it leads to stays, with all below
+     * it. Windows: RegOpenKeyEx, RegEnumKeyEx and NtDeleteKey; RegDeleteKey on Windows 95, 98 and ME.
      *
      * @param root one of the roots
      * @param key the path of the parent, which must be there, or null
-     * @param subKey the name of the key to delete; on the NT family a null or empty name fails with
-     *     1010 (ERROR_BADKEY)
+     * @param subKey the name of the key to delete, or a path below the parent; null, the empty name and one
+     *     that begins with a backslash fail with 1010 (ERROR_BADKEY)
      * @param mustExist whether a key that is missing is a failure
      * @throws ServiceException -100002
      */
@@ -236,14 +237,15 @@ public class Win32RegistryServiceImpl {
     public native byte[] getBinaryValue(int root, String key, String name) throws ServiceException;
 
     /**
-     * Writes a text. Windows: RegSetValueEx, with twice the text's length in bytes: no terminating NUL is
-     * stored on the NT family, zeros behind the text on Windows 95, 98 and ME.
+     * Writes a text. Windows: RegSetValueEx, with twice the text's length in bytes, one for an empty text.
+     * The NT family adds the NUL that it finds behind a text that is not empty: "abc" is stored in 8 bytes.
+     * On Windows 95, 98 and ME these bytes are the text in the ANSI code page and zeros behind it.
      *
      * @param root one of the roots
      * @param key the path of the key, which must be there, or null
      * @param name the name of the value, or null
      * @param expandable whether it becomes a REG_EXPAND_SZ instead of a REG_SZ
-     * @param value the text; null stores no bytes at all, an empty text one byte
+     * @param value the text; null stores no bytes at all, an empty text one byte, which is zero
      * @throws ServiceException -100004
      */
     public native void setStringValue(int root, String key, String name, boolean expandable, String value)

@@ -154,9 +154,9 @@ class DirectoriesTest {
         begin(system);
         Hooks.captureText(open, 1);
         Hooks.captureText(query, 1);
-        Hooks.answerValue(1, system.encode("%X%\0"));
-        assertEquals("%X%", files.getStandardInstallDirectory());
-        assertEquals("%X%", files.win32GetCommonDirectory());
+        Hooks.answerValue(2, system.encode("%SystemRoot%\0"));
+        assertEquals("%SystemRoot%", files.getStandardInstallDirectory());
+        assertEquals("%SystemRoot%", files.win32GetCommonDirectory());
         Call.of(open).forEach(call -> assertEquals("SOFTWARE\\Microsoft\\Windows\\CurrentVersion", call.text(1)));
         assertTrue(Call.of(open).stream().allMatch(call -> call.number(0) == 0x80000002));
         List<String> names = Call.of(query).stream().map(call -> call.text(1)).distinct().toList();

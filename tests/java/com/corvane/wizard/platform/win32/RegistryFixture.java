@@ -30,6 +30,7 @@ final class RegistryFixture {
         RawRegistry.createKey(KEY + "\\tree\\branch\\leaf");
         RawRegistry.createKey(KEY + "\\tree\\other");
         RawRegistry.createKey(KEY + "\\second");
+        RawRegistry.createLink(KEY + "\\tree\\link", KEY + "\\second");
         RawRegistry.set(KEY, "", SZ, utf16("default\0"));
         RawRegistry.set(KEY, "text", SZ, utf16("some text\0"));
         RawRegistry.set(KEY, "long", SZ, utf16(LONG_TEXT + "\0"));

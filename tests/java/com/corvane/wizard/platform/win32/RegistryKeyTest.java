@@ -32,6 +32,7 @@ import org.junit.jupiter.params.provider.EnumSource;
 class RegistryKeyTest {
 
     private static final int NO_SUCH_FILE = 2;
+    private static final int PATH_NOT_FOUND = 3;
     private static final int ACCESS_DENIED = 5;
     private static final int INVALID_HANDLE = 6;
     private static final int MORE_DATA = 234;
@@ -44,6 +45,10 @@ class RegistryKeyTest {
     private static final int READ = 0x20019;
     private static final int PARENT_OF_DELETED = 0x30006;
     private static final int IN_DELETED_TREE = 0x10008;
+    private static final int OPEN_LINK = 8;
+
+    private static final int STATUS_ACCESS_DENIED = 0xC0000022;
+    private static final int STATUS_KEY_DELETED = 0xC000017C;
 
     private final Win32RegistryServiceImpl registry = new Win32RegistryServiceImpl();
 
@@ -115,22 +120,36 @@ class RegistryKeyTest {
         assertFalse(left.contains("tree"));
         assertTrue(left.contains("\\second]") && left.contains("number"));
         assertEquals(
-                List.of(PARENT_OF_DELETED, IN_DELETED_TREE, IN_DELETED_TREE, IN_DELETED_TREE, IN_DELETED_TREE),
+                List.of(PARENT_OF_DELETED, IN_DELETED_TREE, IN_DELETED_TREE, IN_DELETED_TREE, IN_DELETED_TREE,
+                        IN_DELETED_TREE),
                 numbers("RegOpenKeyExW", 3));
+        assertEquals(List.of(0, OPEN_LINK, OPEN_LINK, OPEN_LINK, OPEN_LINK, OPEN_LINK), numbers("RegOpenKeyExW", 2));
         assertTrue(numbers("RegEnumKeyExW", 1).stream().allMatch(index -> index == 0));
-        assertEquals(4, Call.of("RegDeleteKeyW").size());
+        assertEquals(5, Call.of("NtDeleteKey").size());
+    }
+
+    /** Also when it is the key that is named, and whether it leads anywhere or not. */
+    @Test
+    void aLinkGoesAndWhereItLeadsStays() throws Exception {
+        RegistryFixture.fill();
+        String targets = RawRegistry.dump(KEY + "\\tree");
+        for (String target : new String[] {KEY + "\\tree", KEY + "\\tree\\branch\\leaf", MISSING, KEY}) {
+            RawRegistry.createLink(KEY + "\\product\\deep\\link", target);
+            RawRegistry.createLink(KEY + "\\alias", target);
+            RawRegistry.createLink(KEY + "\\another", target);
+            for (String name : new String[] {"product", "alias", "another\\\\"}) {
+                registry.deleteKey(HKCU, KEY, name, true);
+            }
+            assertArrayEquals(new String[] {"second", "tree"}, registry.getSubkeyNames(HKCU, KEY));
+            assertEquals(targets, RawRegistry.dump(KEY + "\\tree"));
+        }
     }
 
     @Test
-    void aKeyIsClosedBeforeItIsDeleted() throws Exception {
-        RegistryFixture.fill();
-        Windows.W10.use();
-        registry.deleteKey(HKCU, KEY, "second", true);
-        List<String> names = Call.all().stream().map(Call::name).filter(name -> name.startsWith("Reg")).toList();
-        assertEquals(
-                List.of("RegOpenKeyExW", "RegOpenKeyExW", "RegEnumKeyExW", "RegCloseKey", "RegDeleteKeyW",
-                        "RegCloseKey"),
-                names);
+    void depthCostsNoStack() throws Exception {
+        RawRegistry.createKey(KEY + "\\tree" + "\\d".repeat(1500));
+        registry.deleteKey(HKCU, KEY, "tree", true);
+        assertTrue(registry.isKeyEmpty(HKCU, KEY));
     }
 
     @Test
@@ -152,11 +171,11 @@ class RegistryKeyTest {
         Windows.W10.use();
         Hooks.fail("RegEnumKeyExW", 2, ACCESS_DENIED);
         assertFails(-100002, ACCESS_DENIED, () -> registry.deleteKey(HKCU, KEY, "tree", false));
-        assertEquals(0, Call.of("RegDeleteKeyW").size());
-        Hooks.answer("RegDeleteKeyW", NO_SUCH_FILE);
-        Hooks.answer("RegDeleteKeyW", ACCESS_DENIED);
+        assertEquals(0, Call.of("NtDeleteKey").size());
+        Hooks.answer("NtDeleteKey", STATUS_KEY_DELETED);
+        Hooks.answer("NtDeleteKey", STATUS_ACCESS_DENIED);
         assertFails(-100002, NO_SUCH_FILE, () -> registry.deleteKey(HKCU, KEY, "tree", true));
-        assertEquals(1, Call.of("RegDeleteKeyW").size());
+        assertEquals(1, Call.of("NtDeleteKey").size());
         assertFails(-100002, ACCESS_DENIED, () -> registry.deleteKey(HKCU, KEY, "tree", false));
     }
 
@@ -167,10 +186,26 @@ class RegistryKeyTest {
         registry.deleteKey(HKCU, KEY, "missing", false);
         assertFails(-100002, NO_SUCH_FILE, () -> registry.deleteKey(HKCU, KEY, "missing", true));
         assertFails(-100002, NO_SUCH_FILE, () -> registry.deleteKey(HKCU, MISSING, "any", false));
-        if (!system.isAnsi()) {
-            assertFails(-100002, BAD_KEY, () -> registry.deleteKey(HKCU, KEY, null, false));
-            assertFails(-100002, BAD_KEY, () -> registry.deleteKey(HKCU, KEY, "", false));
+        String open = system.isAnsi() ? "RegDeleteKeyA" : "RegOpenKeyExW";
+        Hooks.fail(open, system.isAnsi() ? 1 : 2, PATH_NOT_FOUND);
+        assertFails(-100002, PATH_NOT_FOUND, () -> registry.deleteKey(HKCU, KEY, "missing", false));
+    }
+
+    /** Neither the parent itself nor a root must be taken for what is to be deleted. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "W10"})
+    void aNameThatNamesNoKeyBelowIsRefused(Windows system) {
+        RegistryFixture.fill();
+        String before = RawRegistry.dump(KEY);
+        system.use();
+        for (String name : new String[] {null, "", "\0second", "\\", "\\\\", "\\second"}) {
+            assertFails(-100002, BAD_KEY, () -> registry.deleteKey(HKCU, KEY, name, false));
         }
+        if (system.isAnsi()) {  // where the code page makes a backslash of this one
+            assertFails(-100002, BAD_KEY, () -> registry.deleteKey(HKCU, KEY, "\uFF3Csecond", false));
+        }
+        assertEquals(List.of(), Call.of("RegDeleteKeyA"));
+        assertEquals(before, RawRegistry.dump(KEY));
     }
 
     /** Windows 9x deletes a tree by itself. A system that does not tell what it is counts as one. */

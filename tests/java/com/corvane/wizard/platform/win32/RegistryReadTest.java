@@ -32,6 +32,7 @@ import org.junit.jupiter.params.provider.EnumSource;
 class RegistryReadTest {
 
     private static final int NO_SUCH_FILE = 2;
+    private static final int PATH_NOT_FOUND = 3;
     private static final int ACCESS_DENIED = 5;
     private static final int MORE_DATA = 234;
     private static final int WRONG_TYPE = 1804;
@@ -301,12 +302,14 @@ class RegistryReadTest {
         }
 
         String open = system.function("RegOpenKeyEx");
-        Hooks.answer(open, ACCESS_DENIED);
-        assertFails(-100001, ACCESS_DENIED, () -> registry.keyExists(HKCU, KEY));
-        Hooks.answer(open, ACCESS_DENIED);
-        assertFails(-100014, ACCESS_DENIED, () -> registry.valueExists(HKCU, KEY, "text"));
-        Hooks.answer(system.function("RegQueryValueEx"), ACCESS_DENIED);
-        assertFails(-100014, ACCESS_DENIED, () -> registry.valueExists(HKCU, KEY, "text"));
+        for (int error : new int[] {PATH_NOT_FOUND, ACCESS_DENIED}) {
+            Hooks.answer(open, error);
+            assertFails(-100001, error, () -> registry.keyExists(HKCU, KEY));
+            Hooks.answer(open, error);
+            assertFails(-100014, error, () -> registry.valueExists(HKCU, KEY, "text"));
+            Hooks.answer(system.function("RegQueryValueEx"), error);
+            assertFails(-100014, error, () -> registry.valueExists(HKCU, KEY, "text"));
+        }
     }
 
     @ParameterizedTest

@@ -37,6 +37,11 @@ class RegistryWriteTest {
 
     private final Win32RegistryServiceImpl registry = new Win32RegistryServiceImpl();
 
+    /** Asserts what is in the registry after a text was written on this system, in UTF-16. */
+    private static void assertStores(Windows system, String wide, String ansi) {
+        assertArrayEquals(utf16(system.isAnsi() ? ansi : wide), RawRegistry.data(KEY, "v"));
+    }
+
     /** Runs one write and asserts what RegSetValueEx was given. */
     private static void assertWrites(Windows system, int type, byte[] data, Outcome.Action write) throws Exception {
         String function = system.function("RegSetValueEx");
@@ -58,15 +63,21 @@ class RegistryWriteTest {
 
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
-    void textsAreStoredWithoutTerminator(Windows system) throws Exception {
+    void textsAreWrittenWithoutTerminator(Windows system) throws Exception {
         for (String text : new String[] {"abc", "x", "y".repeat(3000)}) {
             // On both families as many bytes as the UTF-16 text has; on the ANSI one, zeros follow it.
             byte[] data = Arrays.copyOf(system.encode(text), 2 * text.length());
             assertWrites(system, SZ, data, () -> registry.setStringValue(HKCU, KEY, "v", false, text));
             assertWrites(system, EXPAND_SZ, data, () -> registry.setStringValue(HKCU, KEY, "v", true, text));
+            // The wide function adds the terminator that it finds behind the text.
+            assertStores(system, text + "\0", text + "\0".repeat(text.length()));
         }
-        assertWrites(system, SZ, Bytes.of(0), () -> registry.setStringValue(HKCU, KEY, "v", false, ""));
+        for (int round = 0; round < 20; ++round) {  // the heap's bytes beside the text differ
+            assertWrites(system, SZ, Bytes.of(0), () -> registry.setStringValue(HKCU, KEY, "v", false, ""));
+            assertArrayEquals(new byte[system.isAnsi() ? 2 : 1], RawRegistry.data(KEY, "v"));
+        }
         assertWrites(system, SZ, new byte[0], () -> registry.setStringValue(HKCU, KEY, "v", false, null));
+        assertStores(system, "", "");
         assertWrites(system, SZ, Arrays.copyOf(system.encode("cut"), 6),
                 () -> registry.setStringValue(HKCU, KEY, "v", false, "cut\0off"));
     }
@@ -138,7 +149,9 @@ class RegistryWriteTest {
             assertEquals(SET_VALUE, call.number(3));
         }
         assertFails(-100002, NO_SUCH_FILE, () -> registry.deleteValue(HKCU, KEY, "v", true));
-        Hooks.answer(system.function("RegDeleteValue"), 5);
-        assertFails(-100002, 5, () -> registry.deleteValue(HKCU, KEY, "v", false));
+        for (int error : new int[] {3, 5}) {
+            Hooks.answer(system.function("RegDeleteValue"), error);
+            assertFails(-100002, error, () -> registry.deleteValue(HKCU, KEY, "v", false));
+        }
     }
 }
