@@ -27,6 +27,24 @@ public class Win32FileServiceImpl {
     /** The result of an operation that the next start of Windows completes. */
     public static final int DONE_AT_REBOOT = 1;
 
+    /** A kind of drive: a hard disk. */
+    public static final int PARTITION_FIXED = 1;
+
+    /** A kind of drive: one whose disk can be taken out. */
+    public static final int PARTITION_REMOVABLE = 2;
+
+    /** A kind of drive: one of another computer. */
+    public static final int PARTITION_REMOTE = 3;
+
+    /** A kind of drive: a CD or DVD. */
+    public static final int PARTITION_CD = 4;
+
+    /** A kind of drive: a piece of memory. */
+    public static final int PARTITION_RAM_DISK = 5;
+
+    /** A kind of drive: any other, or none at all. */
+    public static final int PARTITION_UNKNOWN = -1;
+
     static {
         Win32Library.load();
     }
@@ -208,7 +226,8 @@ public class Win32FileServiceImpl {
      * Tells what a drive is. Windows: GetDriveTypeA.
      *
      * @param root a root such as {@code C:\}
-     * @return 1 fixed, 2 removable, 3 remote, 4 CD, 5 RAM disk, -1 anything else or none
+     * @return {@link #PARTITION_FIXED}, {@link #PARTITION_REMOVABLE}, {@link #PARTITION_REMOTE},
+     *     {@link #PARTITION_CD}, {@link #PARTITION_RAM_DISK} or {@link #PARTITION_UNKNOWN}
      * @throws ServiceException only {@link ServiceException#UNEXPECTED}, when memory is short for one
      */
     public native int getPartitionType(String root) throws ServiceException;

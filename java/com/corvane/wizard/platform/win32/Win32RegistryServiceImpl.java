@@ -34,6 +34,21 @@ public class Win32RegistryServiceImpl {
     /** HKEY_USERS. */
     public static final int HKEY_USERS = 5;
 
+    /** A type of value: text. */
+    public static final int REG_SZ = 1;
+
+    /** A type of value: text with references to environment variables, such as {@code %TEMP%}. */
+    public static final int REG_EXPAND_SZ = 2;
+
+    /** A type of value: bytes. */
+    public static final int REG_BINARY = 3;
+
+    /** A type of value: a number of 32 bits. */
+    public static final int REG_DWORD = 4;
+
+    /** A type of value: a list of texts. */
+    public static final int REG_MULTI_SZ = 7;
+
     static {
         Win32Library.load();
     }
@@ -181,8 +196,8 @@ public class Win32RegistryServiceImpl {
      * @param root one of the roots
      * @param key the path of the key, or null
      * @param name the name of the value, or null
-     * @return the number of the type: 1 REG_SZ, 2 REG_EXPAND_SZ, 3 REG_BINARY, 4 REG_DWORD,
-     *     7 REG_MULTI_SZ, or another of Windows'
+     * @return {@link #REG_SZ}, {@link #REG_EXPAND_SZ}, {@link #REG_BINARY}, {@link #REG_DWORD},
+     *     {@link #REG_MULTI_SZ}, or the number of another type, as Windows has it
      * @throws ServiceException -100011
      */
     public native int getValueType(int root, String key, String name) throws ServiceException;
