@@ -54,7 +54,8 @@ public class Win32RegistryServiceImpl {
     }
 
     /**
-     * Tells whether a key is there. A root itself always is. Windows: RegOpenKeyEx.
+     * Tells whether a key is there. A root itself always is, and nothing is opened for it: with a null path
+     * the answer is true also for a number that is no root. Windows: RegOpenKeyEx.
      *
      * @param root one of the roots
      * @param key the path of the key, or null
@@ -92,8 +93,10 @@ public class Win32RegistryServiceImpl {
      * @param key the path of the parent, which must be there, or null
      * @param subKey the name of the key to delete; on the NT family a null or empty name fails with
      *     1010 (ERROR_BADKEY)
-     * @param mustExist whether a key that is missing is a failure
-     * @throws ServiceException -100002
+     * @param mustExist whether a key that is missing is a failure. Without it, 2 (ERROR_FILE_NOT_FOUND) is
+     *     passed over wherever it comes from: the key may still be there when a key below it vanished
+     *     meanwhile, or has a name with a NUL in it
+     * @throws ServiceException -100002; with 1018 (ERROR_KEY_DELETED) when another deletes the same key
      */
     public native void deleteKey(int root, String key, String subKey, boolean mustExist) throws ServiceException;
 
@@ -209,7 +212,7 @@ public class Win32RegistryServiceImpl {
      * @param key the path of the key, or null
      * @param name the name of the value, or null
      * @param expand whether the environment variables in a REG_EXPAND_SZ are replaced; a replacement
-     *     that fails gives the empty text
+     *     that fails gives the empty text, one above 32,766 characters is cut by Windows
      * @return the text up to its first NUL
      * @throws ServiceException -100008
      */
@@ -221,7 +224,8 @@ public class Win32RegistryServiceImpl {
      * @param root one of the roots
      * @param key the path of the key, or null
      * @param name the name of the value, or null
-     * @return the 32 bits; numbers from 2147483648 on are negative
+     * @return the 32 bits; numbers from 2147483648 on are negative. Bytes that were not stored are those of
+     *     65535
      * @throws ServiceException -100008; with 234 (ERROR_MORE_DATA) for a value of another type that has more
      *     than four bytes
      */
@@ -234,7 +238,8 @@ public class Win32RegistryServiceImpl {
      * @param root one of the roots
      * @param key the path of the key, or null
      * @param name the name of the value, or null
-     * @return the texts; an empty array when there is none
+     * @return the texts; an empty array when there is none. Of a list that was stored without its end, a last text
+     *     of one character is taken for the end
      * @throws ServiceException -100009
      */
     public native String[] getMultiStringValue(int root, String key, String name) throws ServiceException;
@@ -246,7 +251,8 @@ public class Win32RegistryServiceImpl {
      * @param key the path of the key, or null
      * @param name the name of the value, or null
      * @return the bytes
-     * @throws ServiceException -100010; with 0x8007000E (E_OUTOFMEMORY) when the array cannot be made
+     * @throws ServiceException -100010; with 0x8007000E (E_OUTOFMEMORY) when the JVM makes no array and does
+     *     not throw its OutOfMemoryError
      */
     public native byte[] getBinaryValue(int root, String key, String name) throws ServiceException;
 
