@@ -43,7 +43,7 @@ class ComThread {
 };
 
 /// Makes the shortcut; on a thread that has not started COM, starts it for that. Only a shortcut
-/// that is made then is announced to the shell, on purpose.
+/// that is made then is announced to the shell; otherwise the word of its folder has to do.
 HRESULT saveOnThisThread(const WString& file, const ShellLink& link) {
   HRESULT result = saveShellLink(file.c_str(), link);
   if (result != CO_E_NOTINITIALIZED || FAILED(CoInitialize(nullptr))) {

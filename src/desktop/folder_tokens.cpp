@@ -13,7 +13,7 @@ struct Token {
   std::wstring_view text;
   int csidl;
   int csidl9x;
-  /// Its failure is passed over, on purpose.
+  /// Its failure is passed over: the token stays, as the name of a folder that is missing.
   bool optional = false;
 };
 

@@ -27,8 +27,8 @@ class FileCopy {
       }
     }
     if (outcome_.error) {
-      // The reason is asked for anew and is not the one kept so far, on purpose: where the old file
-      // was put back, what that left is reported.
+      // The reason is asked for anew and is not the one kept so far: where the old file was put
+      // back, what that left is reported, for it tells what now stands at the target.
       outcome_.error = GetLastError();
     }
     return outcome_;

@@ -53,7 +53,7 @@ jint reported(JNIEnv* env, jint code, const FileOutcome& outcome) {
 }
 
 /// Windows 9x has no owners: "" is the answer there. A group of a domain that is not trusted any
-/// more is passed over, on purpose.
+/// more is passed over: it is no reason to stop an installation.
 jstring getPrincipal(JNIEnv* env, jint code, jstring path, Principal which) {
   return nativeText(env, code, [&](WString& name) {
     if (isWindows9x()) {

@@ -10,6 +10,7 @@
 /// replaces it at the next start. A read-only target is made writeable first. A null target is
 /// refused with ERROR_INVALID_PARAMETER.
 ///
-/// Windows 9x has rules of its own, kept as they are: an empty target deletes the source; a source
-/// that is there is moved only with `overwrite`, and then onto a target that is there.
+/// Windows 9x has rules of its own, which installers count on there: an empty target deletes the
+/// source; a source that is there is moved only with `overwrite`, and then onto a target that is
+/// there.
 FileOutcome moveFile(const wchar_t* source, const wchar_t* target, bool overwrite);

@@ -10,6 +10,7 @@
 /// Puts a new local reference into `attributes`. Win32: GetFileAttributesA/W.
 DWORD getPathAttributes(JNIEnv* env, const wchar_t* path, jobject& attributes);
 
-/// Win32: SetFileAttributesA/W. The path "." is refused with E_INVALIDARG, here and not when
-/// getting, on purpose; no attributes at all are refused with ERROR_INVALID_PARAMETER.
+/// Win32: SetFileAttributesA/W. The path "." is refused with E_INVALIDARG: it is whatever
+/// directory is current. Getting its attributes does no harm and is not refused. No attributes at
+/// all are refused with ERROR_INVALID_PARAMETER.
 DWORD setPathAttributes(JNIEnv* env, const wchar_t* path, jobject attributes);

@@ -2,6 +2,6 @@
 
 /// Whether a file can be made in a directory: by making one that disappears when it is closed,
 /// under the first of the names zq_test0.txt to zq_test99.txt that is free. When all of them are
-/// taken the answer is true, on purpose. An empty path, which the caller has to refuse, is none.
-/// Win32: CreateFileA/W.
+/// taken the answer is true: they could be made, after all. An empty path, which the caller has to
+/// refuse, is none. Win32: CreateFileA/W.
 bool isDirectoryWritable(const wchar_t* directory);

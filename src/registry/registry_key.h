@@ -95,7 +95,8 @@ class RegistryKey {
   /// failure only when it `mustExist`.
   void deleteKey(int root, const wchar_t* parentPath, const wchar_t* name, bool mustExist) const;
 
-  // These three leave their key open until the process ends, on purpose.
+  // These three leave their key open until the process ends, so that the part of the registry that
+  // holds it (a user's, say) stays loaded for the questions that follow.
 
   RegistryKeyInfo queryInfo(int root, const wchar_t* path) const;
   /// Names in the system's order. One that does not fit into 1024 characters fails with

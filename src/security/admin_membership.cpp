@@ -35,7 +35,7 @@ class AdminCheck {
   AdminCheck(const Functions& functions, DWORD& error) noexcept : call_(functions), error_(error) {}
 
   bool run() {
-    HANDLE token = nullptr;  // stays open, on purpose
+    HANDLE token = nullptr;  // stays open: see the header
     DWORD size = 0;
     if (!openToken(token) || !askSize(token, size)) {
       return false;
