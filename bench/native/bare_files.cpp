@@ -22,10 +22,6 @@ Paths textsOf(JNIEnv* env, jobjectArray texts) {
   return copies;
 }
 
-DWORD errorUnless(BOOL done) {
-  return done != FALSE ? ERROR_SUCCESS : GetLastError();
-}
-
 DWORD copyAll(const Paths& sources, const Paths& targets) {
   DWORD error = ERROR_SUCCESS;
   for (size_t i = 0; error == ERROR_SUCCESS && i < sources.size(); ++i) {

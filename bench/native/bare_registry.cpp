@@ -1,46 +1,19 @@
 #include <jni.h>
 #include <windows.h>
 
+#include <iterator>
+
 #include "bench_key.h"
 #include "com_corvane_bench_BareRegistry.h"
+#include "registry_calls.h"
 #include "timed_calls.h"
 
 namespace {
 
-/// The size of the buffers into which the library reads strings and names, in characters.
-constexpr DWORD kStringUnits = 256;
-constexpr DWORD kNameUnits = 1024;
-
-template <class Work>
-LSTATUS withKey(REGSAM access, const Work& work) {
-  HKEY key = nullptr;
-  LSTATUS result = RegOpenKeyExW(HKEY_CURRENT_USER, kBenchKey, 0, access, &key);
-  if (result == ERROR_SUCCESS) {
-    result = work(key);
-    RegCloseKey(key);
-  }
-  return result;
-}
-
-LSTATUS query(HKEY key, const wchar_t* name, void* data, DWORD size) {
-  DWORD type = REG_NONE;
-  return RegQueryValueExW(key, name, nullptr, &type, static_cast<BYTE*>(data), &size);
-}
-
-/// The key stays open, as the library leaves it.
 LSTATUS listNames() {
-  HKEY key = nullptr;
-  LSTATUS result = RegOpenKeyExW(HKEY_CURRENT_USER, kBenchList, 0, KEY_QUERY_VALUE, &key);
-  for (DWORD index = 0; result == ERROR_SUCCESS; ++index) {
-    wchar_t name[kNameUnits];
-    DWORD length = kNameUnits;
-    DWORD type = REG_NONE;
-    result = RegEnumValueW(key, index, name, &length, nullptr, &type, nullptr, nullptr);
-    if (result == ERROR_NO_MORE_ITEMS && index == kBenchListLength) {
-      return ERROR_SUCCESS;
-    }
-  }
-  return result;
+  unsigned count = 0;
+  const LSTATUS result = eachName(kBenchList, [&](const wchar_t*, DWORD) { ++count; });
+  return result == ERROR_SUCCESS && count != kBenchListLength ? ERROR_INVALID_DATA : result;
 }
 
 }  // namespace
@@ -51,9 +24,10 @@ JNIEXPORT jlong JNICALL Java_com_corvane_bench_BareRegistry_readString(JNIEnv*,
                                                                        jclass,
                                                                        jint calls) {
   return timed(calls, [] {
-    return withKey(KEY_QUERY_VALUE, [](HKEY key) {
+    return withKey(kBenchKey, KEY_QUERY_VALUE, [](HKEY key) {
       wchar_t text[kStringUnits];
-      return query(key, L"String", text, sizeof(text));
+      DWORD size = sizeof(text);
+      return query(key, L"String", text, size);
     });
   });
 }
@@ -62,19 +36,21 @@ JNIEXPORT jlong JNICALL Java_com_corvane_bench_BareRegistry_readNumber(JNIEnv*,
                                                                        jclass,
                                                                        jint calls) {
   return timed(calls, [] {
-    return withKey(KEY_QUERY_VALUE, [](HKEY key) {
+    return withKey(kBenchKey, KEY_QUERY_VALUE, [](HKEY key) {
       DWORD number = 0;
-      return query(key, L"Number", &number, sizeof(number));
+      DWORD size = sizeof(number);
+      return query(key, L"Number", &number, size);
     });
   });
 }
 
 JNIEXPORT jlong JNICALL Java_com_corvane_bench_BareRegistry_readBytes(JNIEnv*, jclass, jint calls) {
   return timed(calls, [] {
-    return withKey(KEY_QUERY_VALUE, [](HKEY key) {
+    return withKey(kBenchKey, KEY_QUERY_VALUE, [](HKEY key) {
       BYTE bytes[kBenchByteLength];
-      const LSTATUS result = query(key, L"Bytes", nullptr, 0);
-      return result == ERROR_SUCCESS ? query(key, L"Bytes", bytes, sizeof(bytes)) : result;
+      DWORD size = 0;
+      const LSTATUS result = query(key, L"Bytes", nullptr, size);
+      return result == ERROR_SUCCESS ? query(key, L"Bytes", bytes, size) : result;
     });
   });
 }
@@ -87,17 +63,15 @@ JNIEXPORT jlong JNICALL Java_com_corvane_bench_BareRegistry_writeString(JNIEnv*,
                                                                         jclass,
                                                                         jint calls) {
   return timed(calls, [] {
-    return withKey(KEY_SET_VALUE, [](HKEY key) {
-      const auto* text = reinterpret_cast<const BYTE*>(kBenchText);
-      constexpr DWORD kLength = sizeof(kBenchText) - sizeof(wchar_t);
-      return RegSetValueExW(key, L"String", 0, REG_SZ, text, kLength);
+    return withKey(kBenchKey, KEY_SET_VALUE, [](HKEY key) {
+      return writeText(key, L"String", kBenchText, std::size(kBenchText) - 1);
     });
   });
 }
 
 JNIEXPORT jlong JNICALL Java_com_corvane_bench_BareRegistry_testKey(JNIEnv*, jclass, jint calls) {
   return timed(calls, [] {
-    return withKey(KEY_QUERY_VALUE, [](HKEY) { return LSTATUS{ERROR_SUCCESS}; });
+    return withKey(kBenchKey, KEY_QUERY_VALUE, [](HKEY) { return LSTATUS{ERROR_SUCCESS}; });
   });
 }
 

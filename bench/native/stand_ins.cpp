@@ -4,6 +4,7 @@
 #include <psapi.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 
@@ -79,14 +80,21 @@ enumValue(HKEY, DWORD index, wchar_t* name, DWORD* length, DWORD*, DWORD* type, 
   return ERROR_SUCCESS;
 }
 
-ImportSwap g_swaps[] = {
+using Swaps = std::array<ImportSwap, 6>;
+
+constexpr wchar_t kBenchLibrary[] = L"corvane_bench.dll";
+
+/// Each exchange keeps what was there before: so there is one for the library and one for the calls
+/// that are made beside it.
+Swaps g_librarySwaps = {{
     {"GetVersionExA", reinterpret_cast<void*>(getVersion)},
     {"RegOpenKeyExW", reinterpret_cast<void*>(openKey)},
     {"RegCloseKey", reinterpret_cast<void*>(closeKey)},
     {"RegQueryValueExW", reinterpret_cast<void*>(queryValue)},
     {"RegSetValueExW", reinterpret_cast<void*>(setValue)},
     {"RegEnumValueW", reinterpret_cast<void*>(enumValue)},
-};
+}};
+Swaps g_benchSwaps = g_librarySwaps;
 
 /// Known by a function that it exports, for a copy unpacked from the jar has a name of its own.
 HMODULE findLibrary() {
@@ -105,13 +113,16 @@ HMODULE findLibrary() {
   return found == end ? nullptr : *found;
 }
 
+bool swapAll(HMODULE module, Swaps& swaps) {
+  return module != nullptr && std::all_of(swaps.begin(), swaps.end(), [&](auto& swap) {
+           return swapImport(module, swap);
+         });
+}
+
 }  // namespace
 
 JNIEXPORT jboolean JNICALL Java_com_corvane_bench_StandIns_swap(JNIEnv*, jclass) {
-  HMODULE library = findLibrary();
-  const bool swapped =
-      library != nullptr && std::all_of(std::begin(g_swaps), std::end(g_swaps), [&](auto& swap) {
-        return swapImport(library, swap);
-      });
+  const bool swapped = swapAll(findLibrary(), g_librarySwaps) &&
+                       swapAll(GetModuleHandleW(kBenchLibrary), g_benchSwaps);
   return swapped ? JNI_TRUE : JNI_FALSE;
 }

@@ -10,6 +10,11 @@ inline LONGLONG ticksNow() {
   return ticks.QuadPart;
 }
 
+/// The error of a call that is over just now.
+inline DWORD errorUnless(BOOL done) {
+  return done != FALSE ? ERROR_SUCCESS : GetLastError();
+}
+
 /// The nanoseconds that so many calls took, -1 when one of them failed. A call returns 0 or its
 /// error.
 template <class Call>

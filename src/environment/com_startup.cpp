@@ -10,7 +10,8 @@ class ComStartup {
   ComStartup() noexcept : result_(CoInitialize(nullptr)) {}
   ComStartup(const ComStartup&) = delete;
   ComStartup& operator=(const ComStartup&) = delete;
-  /// Unconditional: also a start that failed is followed by this call, on purpose.
+  /// Unconditional: also a start that failed is followed by this call, for the library goes when
+  /// the process does, and there is nothing left to harm.
   ~ComStartup() { CoUninitialize(); }
 
   HRESULT result() const noexcept { return result_; }

@@ -11,7 +11,7 @@ void useOneProcessor() noexcept {
   }
   SYSTEM_INFO system = {};
   GetSystemInfo(&system);
-  // Processors above 31 are not considered, on purpose.
+  // Processors above 31 are not considered: one is all that is wanted.
   const auto active = static_cast<DWORD>(system.dwActiveProcessorMask);
   const DWORD lowest = active & (~active + 1);
   if (lowest != 0) {

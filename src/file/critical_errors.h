@@ -10,7 +10,9 @@
 class CriticalErrorSuppressor {
  public:
   CriticalErrorSuppressor() noexcept : old_(SetErrorMode(0)) {
-    SetErrorMode(old_ + 1);  // plus 1, not with the bit set, on purpose
+    // Plus 1, not with the bit set: callers have always found this mode, also where the bit was set
+    // before and the sum is another one.
+    SetErrorMode(old_ + 1);
   }
   CriticalErrorSuppressor(const CriticalErrorSuppressor&) = delete;
   CriticalErrorSuppressor& operator=(const CriticalErrorSuppressor&) = delete;

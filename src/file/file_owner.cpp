@@ -61,7 +61,8 @@ struct Writing {
   }
 
   NameLookUp lookupAccountName;
-  /// Only asked for: a system without it cannot set owners. It is never called, on purpose.
+  /// Only asked for, never called: it came to Windows together with the function that reads owners,
+  /// and where none can be read, none is set.
   RuntimeFunction<decltype(&SetNamedSecurityInfoW)> setNamedSecurityInfo;
   RuntimeFunction<decltype(&SetFileSecurityW)> setFileSecurity;
 

@@ -55,8 +55,8 @@ class FileMove {
     }
   }
 
-  /// The old file is out of the way. It stays there also when the second move fails, on purpose:
-  /// unlike a copy, a move does not put it back.
+  /// The old file is out of the way. It stays there also when the second move fails: unlike a copy,
+  /// a move does not put it back, because both files are still whole and the failure is raised.
   void moveIntoPlace() {
     move(source_, target_, flags_);
     if (!outcome_.error) {

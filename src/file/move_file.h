@@ -11,6 +11,7 @@
 /// refused with ERROR_INVALID_PARAMETER, and a source or target that is a drive and nothing else
 /// (see isDriveAlone) with ERROR_PATH_NOT_FOUND.
 ///
-/// Windows 9x has rules of its own, kept as they are: an empty target deletes the source; a source
-/// that is there is moved only with `overwrite`, and then onto a target that is there.
+/// Windows 9x has rules of its own, which installers count on there: an empty target deletes the
+/// source; a source that is there is moved only with `overwrite`, and then onto a target that is
+/// there.
 FileOutcome moveFile(const wchar_t* source, const wchar_t* target, bool overwrite);

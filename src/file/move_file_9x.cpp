@@ -44,7 +44,7 @@ FileOutcome replace(const char* source, const char* target) {
   if (DeleteFileA(target) != FALSE) {
     return moveNow(source, target);
   }
-  // A target that is not there fails here too, on purpose.
+  // A target that is not there fails here too: there is nothing to replace.
   const DWORD error = GetLastError();
   if (error != ERROR_ACCESS_DENIED) {
     return failedWith(error);
@@ -83,6 +83,7 @@ FileOutcome moveFile9x(const wchar_t* source, const wchar_t* target, bool overwr
   if (!isThere(from)) {
     return moveNow(from, to);
   }
-  // Without leave to overwrite, nothing is moved at all and nothing is reported, on purpose.
+  // Without leave to overwrite, nothing is moved at all and nothing is reported: installers count
+  // on the answer 0 from these systems.
   return overwrite ? replace(from, to) : FileOutcome();
 }

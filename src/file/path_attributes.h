@@ -10,7 +10,7 @@
 /// A new local reference. Win32: GetFileAttributesA/W.
 jobject getPathAttributes(JNIEnv* env, const wchar_t* path);
 
-/// Win32: SetFileAttributesA/W. The path "." is refused with E_INVALIDARG, here and not when
-/// getting: asking harms nobody, while "." would be whatever directory the process is in. No
-/// attributes at all are refused with ERROR_INVALID_PARAMETER.
+/// Win32: SetFileAttributesA/W. The path "." is refused with E_INVALIDARG: it is whatever directory
+/// is current. Getting its attributes does no harm and is not refused. No attributes at all are
+/// refused with ERROR_INVALID_PARAMETER.
 void setPathAttributes(JNIEnv* env, const wchar_t* path, jobject attributes);

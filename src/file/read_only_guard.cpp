@@ -11,8 +11,8 @@ ReadOnlyGuard::ReadOnlyGuard(const wchar_t* path, bool restore)
     widePath_ = OptionalText(path);
   }
   attributes_ = getAttributes();
-  // INVALID_FILE_ATTRIBUTES has the bit too, on purpose: for a path that does not exist the write
-  // below fails, and nobody minds.
+  // INVALID_FILE_ATTRIBUTES has the bit too, and need not be told apart: for a path that does not
+  // exist the write below fails, and nobody minds.
   if ((attributes_ & FILE_ATTRIBUTE_READONLY) != 0) {
     changed_ = true;
     setAttributes(attributes_ - FILE_ATTRIBUTE_READONLY);

@@ -18,7 +18,8 @@ WString systemDirectory();
 WString programFilesDirectory();
 
 /// "CommonFilesDir" of the registry. Only a reason with its highest bit set is a failure: a value
-/// that is missing is the empty text. It differs from the other directory on purpose.
+/// that is missing is the empty text. Unlike where programs go, an installer can do
+/// without a place to share.
 WString commonFilesDirectory();
 
 /// Where the data of products is kept: the common files directory, which `directory` holds already,

@@ -9,8 +9,8 @@
 
 /// Makes the entry. The key is made under the first 63 characters of its name, while the values are
 /// written to the key with the whole name: with a longer name they fail with ERROR_FILE_NOT_FOUND
-/// unless that key is there. The display name is cut to 63 characters too, but not on Windows 2000.
-/// On purpose.
+/// unless that key is there. So a name that is too long never overwrites the entry of another
+/// product. The display name is cut to 63 characters too, but not on Windows 2000.
 void registerUninstaller(const WString& keyName,
                          const WString& displayName,
                          const wchar_t* uninstallString);

@@ -111,7 +111,7 @@ void RegistryKey::deleteKey(int root,
 
 RegistryKeyInfo RegistryKey::queryInfo(int root, const wchar_t* path) const {
   RegistryKeyInfo info;
-  const HKEY key = openKey(root, path, KEY_QUERY_VALUE);  // stays open, on purpose
+  const HKEY key = openKey(root, path, KEY_QUERY_VALUE);  // stays open: see the header
   throwUnlessSuccess(ansiOrWide(isWin9x_,
                                 RegQueryInfoKeyA,
                                 RegQueryInfoKeyW,
@@ -131,7 +131,7 @@ RegistryKeyInfo RegistryKey::queryInfo(int root, const wchar_t* path) const {
 }
 
 std::vector<WString> RegistryKey::getValueNames(int root, const wchar_t* path) const {
-  const HKEY key = openKey(root, path, KEY_QUERY_VALUE);  // stays open, on purpose
+  const HKEY key = openKey(root, path, KEY_QUERY_VALUE);  // stays open: see the header
   return enumerateNames(isWin9x_, [&](DWORD index, TextBuffer name, DWORD& length) {
     DWORD type = 0;
     return ansiOrWide(isWin9x_,
@@ -149,7 +149,7 @@ std::vector<WString> RegistryKey::getValueNames(int root, const wchar_t* path) c
 }
 
 std::vector<WString> RegistryKey::getSubKeyNames(int root, const wchar_t* path) const {
-  const HKEY key = openKey(root, path, KEY_READ);  // stays open, on purpose
+  const HKEY key = openKey(root, path, KEY_READ);  // stays open: see the header
   return enumerateNames(isWin9x_, [&](DWORD index, TextBuffer name, DWORD& length) {
     return ansiOrWide(isWin9x_, RegEnumKeyA, RegEnumKeyW, key, index, name, length);
   });

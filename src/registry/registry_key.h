@@ -98,7 +98,8 @@ class RegistryKey {
   /// `mustExist`; a name that is empty or begins with a backslash is ERROR_BADKEY.
   void deleteKey(int root, const wchar_t* parentPath, const wchar_t* name, bool mustExist) const;
 
-  // These three leave their key open until the process ends, on purpose.
+  // These three leave their key open until the process ends, so that the part of the registry that
+  // holds it (a user's, say) stays loaded for the questions that follow.
 
   RegistryKeyInfo queryInfo(int root, const wchar_t* path) const;
   /// Names in the system's order. One that does not fit into 1024 characters fails with

@@ -12,7 +12,7 @@
 namespace {
 
 // What Java is told when a native fails. Natives share a code where the kind of failure is the
-// same, on purpose; the message tells the cause.
+// same, which is what the code tells; the message tells the cause.
 constexpr jint kGetValueNamesFailed = -100000;
 constexpr jint kKeyExistsFailed = -100001;
 constexpr jint kDeleteFailed = -100002;

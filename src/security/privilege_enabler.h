@@ -9,7 +9,8 @@
 ///
 /// The end of the scope asks for the privilege to be disabled again through a token that was never
 /// kept: the request has no effect, the privilege stays enabled until the process ends, and the
-/// token open. On purpose. Win32: OpenProcessToken, LookupPrivilegeValueA, AdjustTokenPrivileges,
+/// token open. A privilege belongs to the whole process, another thread of which may have come to
+/// count on it. Win32: OpenProcessToken, LookupPrivilegeValueA, AdjustTokenPrivileges,
 /// looked up in advapi32.dll.
 class PrivilegeEnabler {
  public:

@@ -12,7 +12,7 @@ bool isWindowsNT();
 
 bool isWindowsME();
 
-/// Version 5.0 and no other, on purpose: what asks this keeps its behaviour to that one version.
+/// Version 5.0 and no other: what asks this keeps its behaviour to that one version.
 bool isWindows2000();
 
 bool isWindowsXPOrLater();

@@ -32,6 +32,8 @@ final class FileRows implements RowGroup {
         Path[] copyPaths = pathsOf(copies);
         return new Row("copy 1,000 files", Workshop.FILES,
                 Timed.on(shop::deleteCopies, Timed.of(() -> copyAll(sources, copies))),
+                Timed.on(shop::deleteCopies,
+                        Timed.of(() -> copyAllRequired(sources, copies))),
                 Timed.on(shop::deleteCopies, calls -> BareFiles.copyAll(sources, copies)),
                 Timed.on(shop::deleteCopies, Timed.of(() -> JnaFiles.copyAll(sources, copies))),
                 Timed.on(shop::deleteCopies,
@@ -43,6 +45,7 @@ final class FileRows implements RowGroup {
         Path[] paths = pathsOf(passing);
         return new Row("delete 1,000 files", Workshop.FILES,
                 Timed.on(shop::makePassing, Timed.of(() -> deleteAll(passing))),
+                Timed.on(shop::makePassing, Timed.of(() -> deleteAllRequired(passing))),
                 Timed.on(shop::makePassing, calls -> BareFiles.deleteAll(passing)),
                 Timed.on(shop::makePassing, Timed.of(() -> JnaFiles.deleteAll(passing))),
                 Timed.on(shop::makePassing, Timed.of(() -> JdkFiles.deleteAll(paths))));
@@ -53,6 +56,7 @@ final class FileRows implements RowGroup {
         return new Row("delete a tree of 10,000", Workshop.TREE_FILES,
                 Timed.on(shop::makeTree,
                         Timed.of(() -> files.win32DeleteDirectory(tree, false, true))),
+                Timed.on(shop::makeTree, Timed.of(() -> RequiredFiles.deleteTree(tree))),
                 Timed.on(shop::makeTree, calls -> BareFiles.deleteTree(tree)),
                 Timed.on(shop::makeTree, Timed.of(() -> JnaFiles.deleteTree(tree))),
                 Timed.on(shop::makeTree, Timed.of(() -> JdkFiles.deleteTree(Path.of(tree)))));
@@ -66,6 +70,7 @@ final class FileRows implements RowGroup {
         FileTime nioTime = FileTime.from(TIME);
         return new Row("set three times", 1,
                 Timed.of(() -> files.win32SetFileTimes(file, time, time, time)),
+                Timed.of(() -> RequiredFiles.setTimes(file, time)),
                 calls -> BareFiles.setTimes(file, time, calls),
                 Timed.of(() -> JnaFiles.setTimes(file, fileTime)),
                 Timed.of(() -> JdkFiles.setTimes(path, nioTime)));
@@ -76,6 +81,7 @@ final class FileRows implements RowGroup {
         Path path = Path.of(file);
         return new Row("read attributes", 1,
                 Timed.of(() -> files.getFileAttributes(file)),
+                Timed.of(() -> RequiredFiles.readAttributes(file)),
                 calls -> BareFiles.readAttributes(file, calls),
                 Timed.of(() -> JnaFiles.readAttributes(file)),
                 Timed.of(() -> JdkFiles.readAttributes(path)));
@@ -90,6 +96,18 @@ final class FileRows implements RowGroup {
     private void deleteAll(String[] passing) throws ServiceException {
         for (String file : passing) {
             files.win32DeleteFile(file);
+        }
+    }
+
+    private static void copyAllRequired(String[] sources, String[] copies) {
+        for (int i = 0; i < sources.length; i++) {
+            RequiredFiles.copy(sources[i], copies[i]);
+        }
+    }
+
+    private static void deleteAllRequired(String[] passing) {
+        for (String file : passing) {
+            RequiredFiles.delete(file);
         }
     }
 

@@ -43,6 +43,7 @@ final class InstallationRows implements RowGroup {
     private Row temporaryDirectory() {
         return new Row("temporary directory", 1,
                 Timed.of(files::getTempDirectory),
+                Timed.of(RequiredInstallation::temporaryDirectory),
                 BareInstallation::temporaryDirectory,
                 Timed.of(JnaInstallation::temporaryDirectory),
                 null);
@@ -51,6 +52,7 @@ final class InstallationRows implements RowGroup {
     private Row programsDirectory() {
         return new Row("programs directory", 1,
                 Timed.of(files::getStandardInstallDirectory),
+                Timed.of(RequiredInstallation::programsDirectory),
                 BareInstallation::programsDirectory,
                 Timed.of(() -> registryGetStringValue(
                         WinReg.HKEY_LOCAL_MACHINE, CURRENT_VERSION, "ProgramFilesDir")),
@@ -61,6 +63,7 @@ final class InstallationRows implements RowGroup {
         Path root = Path.of(ROOT);
         return new Row("free space", 1,
                 Timed.of(() -> files.getPartitionFreeSpace(ROOT)),
+                Timed.of(() -> RequiredInstallation.freeSpace(ROOT)),
                 calls -> BareInstallation.freeSpace(ROOT, calls),
                 Timed.of(() -> JnaInstallation.freeSpace(ROOT)),
                 Timed.of(() -> Files.getFileStore(root).getUsableSpace()));
@@ -69,6 +72,7 @@ final class InstallationRows implements RowGroup {
     private Row administrator() {
         return new Row("administrator check", 1,
                 Timed.atMost(CHECKS_A_ROUND, Timed.of(security::isCurrentUserAdmin)),
+                Timed.atMost(CHECKS_A_ROUND, Timed.of(RequiredInstallation::checkAdministrator)),
                 Timed.atMost(CHECKS_A_ROUND, BareInstallation::checkAdministrator),
                 Timed.atMost(CHECKS_A_ROUND, Timed.of(JnaInstallation::isAdministrator)),
                 null);
@@ -78,6 +82,7 @@ final class InstallationRows implements RowGroup {
         String name = file.toString();
         return new Row("owner of a file", 1,
                 Timed.of(() -> files.getFileOwner(name)),
+                Timed.of(() -> RequiredInstallation.readOwner(name)),
                 calls -> BareInstallation.readOwner(name, calls),
                 Timed.of(() -> JnaInstallation.ownerOf(name)),
                 Timed.of(() -> Files.getOwner(file).getName()));
@@ -91,6 +96,8 @@ final class InstallationRows implements RowGroup {
         return new Row("make a shortcut", 1,
                 Timed.of(() -> desktop.createDesktopItem(
                         directory, "", "library", target, "", "", directory)),
+                Timed.of(() -> RequiredInstallation.makeShortcut(
+                        directory, "", "required", target, "", "", directory)),
                 calls -> BareInstallation.makeShortcut(bare, target, directory, calls),
                 Timed.of(() -> JnaShortcut.make(jna, target, directory)),
                 null);

@@ -103,6 +103,11 @@ final class Rounds {
             return medianOf(round -> nanos[round][work] / nanos[round][base]);
         }
 
+        /** The median of the differences in each round. */
+        double difference(int work, int base) {
+            return medianOf(round -> nanos[round][work] - nanos[round][base]);
+        }
+
         private double medianOf(IntToDoubleFunction figure) {
             double[] figures = IntStream.range(0, nanos.length).mapToDouble(figure).toArray();
             Arrays.sort(figures);

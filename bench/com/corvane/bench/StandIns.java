@@ -1,13 +1,14 @@
 package com.corvane.bench;
 
 /**
- * Answers in place of Windows, for the time of a {@code try}: the library's system calls return at
- * once with what the rows expect, so that what is left of a call's time is the library's own.
+ * Answers in place of Windows, for the time of a {@code try}: the system calls of the library and
+ * those made beside it return at once with what the rows expect, so that the system's time is in
+ * neither.
  */
 final class StandIns implements AutoCloseable {
     StandIns() {
         if (!swap()) {
-            throw new IllegalStateException("the library's imports cannot be replaced");
+            throw new IllegalStateException("the imports cannot be replaced");
         }
     }
 

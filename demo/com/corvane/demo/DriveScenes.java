@@ -1,5 +1,8 @@
 package com.corvane.demo;
 
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_FIXED;
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_UNKNOWN;
+
 import com.corvane.wizard.platform.win32.Win32FileServiceImpl;
 import java.io.File;
 import java.io.IOException;
@@ -14,8 +17,6 @@ import java.util.stream.Stream;
 
 /** The drives, above all the one that Windows is on; checked against the JDK. */
 final class DriveScenes {
-    private static final int FIXED = 1;
-    private static final int NONE = -1;
     private static final int FORMAT_UNKNOWN = -30010;
     private static final int SPACE_UNKNOWN = -30004;
     private static final int PATH_NOT_FOUND = 3;
@@ -38,7 +39,7 @@ final class DriveScenes {
 
     private void showDrive(Stage stage) throws Exception {
         FileStore store = Files.getFileStore(Paths.get(drive));
-        stage.gives("the kind of " + drive + " (1: a fixed drive)", FIXED,
+        stage.gives("the kind of " + drive + " (1: a fixed drive)", PARTITION_FIXED,
                 () -> files.getPartitionType(drive));
         stage.gives("its format", store.type(), () -> files.getPartitionFormat(drive));
         stage.gives("its free space (the JDK says about the same)", true, () -> isAbout(
@@ -60,7 +61,7 @@ final class DriveScenes {
 
     private void failOnPurpose(Stage stage, String missing) {
         stage.scene("A drive that is not there");
-        stage.gives("the kind of " + missing + " (-1: none)", NONE,
+        stage.gives("the kind of " + missing + " (-1: none)", PARTITION_UNKNOWN,
                 () -> files.getPartitionType(missing));
         stage.refuses("its format", FORMAT_UNKNOWN, PATH_NOT_FOUND,
                 () -> files.getPartitionFormat(missing));

@@ -2,6 +2,11 @@ package com.corvane.demo;
 
 import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.HKEY_CURRENT_USER;
 import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.HKEY_LOCAL_MACHINE;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_BINARY;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_DWORD;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_EXPAND_SZ;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_MULTI_SZ;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_SZ;
 
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
 import com.corvane.wizard.service.ServiceException;
@@ -87,7 +92,8 @@ final class RegistryChapter implements Chapter {
         stage.scene("What is there");
         stage.gives("names of the values", names,
                 () -> sorted(registry.getKeyValueNames(USER, PRODUCT)));
-        stage.gives("their types", new int[] {4, 2, 7, 3, 1}, () -> typesOf(names));
+        stage.gives("their types", new int[] {REG_DWORD, REG_EXPAND_SZ, REG_MULTI_SZ,
+                REG_BINARY, REG_SZ}, () -> typesOf(names));
         stage.gives("count of the values", 5, () -> registry.countValuesInKey(USER, PRODUCT));
         stage.gives("longest of the names, in characters", "Directory".length(),
                 () -> registry.longestValueNameLength(USER, PRODUCT));

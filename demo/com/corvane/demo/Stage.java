@@ -92,14 +92,14 @@ final class Stage {
         reportRefusal(isFailure(outcome.error, code), what, outcome);
     }
 
-    /** The same; the message must end in the system's number of the failure, too. */
+    /** The same; {@code reason} is the system's number of the failure. */
     void refuses(String what, int code, int reason, Deed deed) {
         Outcome outcome = Outcome.of(() -> {
             deed.act();
             return "no failure";
         });
         boolean good = isFailure(outcome.error, code)
-                && ("" + outcome.error.getMessage()).endsWith("(" + reason + ")");
+                && ((ServiceException) outcome.error).getReason() == reason;
         reportRefusal(good, what, outcome);
     }
 

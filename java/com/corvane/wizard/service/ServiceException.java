@@ -5,8 +5,8 @@ package com.corvane.wizard.service;
  *
  * <p>{@link #getCode() The code} says which operation failed, {@link #getMessage() the message} why: it
  * is the system's own text for the error, with the line break that ends it, a blank, and the error's
- * number in parentheses. A failure that nobody expected (a lack of memory, say) has the code
- * {@link #UNEXPECTED} and no message.
+ * number in parentheses, which {@link #getReason()} gives by itself. A failure that nobody expected
+ * (a lack of memory, say) has the code {@link #UNEXPECTED} and no message.
  *
  * <p>The native library makes these exceptions: it calls the constructors and {@link #setSeverity} by
  * name and signature, and reads {@link #OPERATION_NOT_SUPPORTED}.
@@ -54,6 +54,26 @@ public class ServiceException extends Exception {
     }
 
     /**
+     * Why it failed: the number at the end of the message. It is a Win32 error such as 5
+     * (ERROR_ACCESS_DENIED), or an HRESULT. The message has it unsigned; as Java's int, an HRESULT is
+     * negative and equals its hexadecimal notation: {@code getReason() == 0x8007000E}.
+     *
+     * @return the number; 0 when there is no message, or none that ends in a number
+     */
+    public int getReason() {
+        String message = getMessage();
+        int number = message == null ? -1 : message.lastIndexOf(" (");
+        if (number < 0 || !message.endsWith(")")) {
+            return 0;
+        }
+        try {
+            return Integer.parseUnsignedInt(message.substring(number + 2, message.length() - 1));
+        } catch (NumberFormatException e) {
+            return 0;
+        }
+    }
+
+    /**
      * How severe the failure is.
      *
      * @return 1 for a severe failure, otherwise 0
@@ -69,5 +89,16 @@ public class ServiceException extends Exception {
      */
     public void setSeverity(int severity) {
         this.severity = severity;
+    }
+
+    /**
+     * The name of the class, the code and, where there is one, the message. A stack trace begins so.
+     *
+     * @return these, with a colon and a blank between them
+     */
+    @Override
+    public String toString() {
+        String message = getLocalizedMessage();
+        return getClass().getName() + ": " + code + (message == null ? "" : ": " + message);
     }
 }

@@ -45,16 +45,14 @@ public record Outcome(String value, Throwable thrown) {
         return thrown != null;
     }
 
-    /** Whether it is a ServiceException with this code and a message that ends in this number. */
+    /** Whether it is a ServiceException with this code, and a message, for this error of Windows. */
     public boolean isFailure(int code, long error) {
-        return hasCode(code) && thrown.getMessage() != null && thrown.getMessage().endsWith(" (" + error + ")");
+        return hasCode(code) && thrown.getMessage() != null && reason() == (int) error;
     }
 
-    /** The number at the end of its message; -1 when there is none. */
-    public long errorNumber() {
-        String message = String.valueOf(thrown.getMessage());
-        int start = message.lastIndexOf('(') + 1;
-        return message.endsWith(")") ? Long.parseLong(message.substring(start, message.length() - 1)) : -1;
+    /** The number of Windows' error in a ServiceException. */
+    public int reason() {
+        return ((ServiceException) thrown).getReason();
     }
 
     /** Whether it is the failure that nobody expected: no message. */
@@ -78,9 +76,6 @@ public record Outcome(String value, Throwable thrown) {
 
     @Override
     public String toString() {
-        if (thrown instanceof ServiceException exception) {
-            return "ServiceException " + exception.getCode() + ": " + exception.getMessage();
-        }
         return thrown != null ? thrown.toString() : "returned " + value;
     }
 }

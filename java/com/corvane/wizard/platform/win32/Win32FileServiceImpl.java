@@ -16,8 +16,11 @@ import com.corvane.wizard.service.ServiceException;
  * Windows as they are; a root that is null is that of the current directory. The object has no state; its
  * methods may be called from any thread.
  *
- * <p>Setting an owner or a group enables three privileges of the process, which stay enabled; each call leaves
- * three token handles open.
+ * <p>Setting an owner or a group enables three privileges of the process, which stay enabled, also in the
+ * programs that it starts later; each call leaves three token handles open.
+ *
+ * <p>Copying, moving and deleting lift the read-only attribute first, also of what is not there: a file that
+ * another process makes at that very moment may become hidden.
  */
 public class Win32FileServiceImpl {
 
@@ -26,6 +29,24 @@ public class Win32FileServiceImpl {
 
     /** The result of an operation that the next start of Windows completes. */
     public static final int DONE_AT_REBOOT = 1;
+
+    /** A kind of drive: a hard disk. */
+    public static final int PARTITION_FIXED = 1;
+
+    /** A kind of drive: one whose disk can be taken out. */
+    public static final int PARTITION_REMOVABLE = 2;
+
+    /** A kind of drive: one of another computer. */
+    public static final int PARTITION_REMOTE = 3;
+
+    /** A kind of drive: a CD or DVD. */
+    public static final int PARTITION_CD = 4;
+
+    /** A kind of drive: a piece of memory. */
+    public static final int PARTITION_RAM_DISK = 5;
+
+    /** A kind of drive: any other, or none at all. */
+    public static final int PARTITION_UNKNOWN = -1;
 
     static {
         Win32Library.load();
@@ -53,7 +74,7 @@ public class Win32FileServiceImpl {
 
     /**
      * Copies a file, with its attributes and the time of its last write. A target that is read-only is made
-     * writeable first.
+     * writeable first; one that is a symbolic link stays, and the file that it names is written.
      *
      * <p>On the NT family, a target in use is renamed to target + ".delete_on_reboot" and deleted at the
      * next start; the copy is in place at once. If it cannot be renamed, the copy is written to target +
@@ -76,7 +97,8 @@ public class Win32FileServiceImpl {
      * next start. If it cannot be renamed, the source is moved to target + ".move_on_reboot" and replaces
      * the target at the next start. If the target was renamed but the source could not take its place
      * (because the source is in use, say, and also without {@code overwrite}), the target stays renamed, and
-     * the failure is thrown. Windows: MoveFileEx.
+     * the failure is thrown. A directory as the target counts as in use; if it cannot be renamed, the source
+     * stays under its waiting name for good, in spite of the result. Windows: MoveFileEx.
      *
      * <p>On Windows 95, 98 and ME, an empty target deletes the source; without {@code overwrite} a source
      * that exists is not moved and nothing is reported; with it, a target that does not exist is a
@@ -211,7 +233,8 @@ public class Win32FileServiceImpl {
      * Tells what a drive is. Windows: GetDriveTypeA.
      *
      * @param root a root such as {@code C:\}
-     * @return 1 fixed, 2 removable, 3 remote, 4 CD, 5 RAM disk, -1 anything else or none
+     * @return {@link #PARTITION_FIXED}, {@link #PARTITION_REMOVABLE}, {@link #PARTITION_REMOTE},
+     *     {@link #PARTITION_CD}, {@link #PARTITION_RAM_DISK} or {@link #PARTITION_UNKNOWN}
      * @throws ServiceException only {@link ServiceException#UNEXPECTED}, when memory is short for one
      */
     public native int getPartitionType(String root) throws ServiceException;
@@ -298,9 +321,9 @@ public class Win32FileServiceImpl {
 
     /**
      * Lets the system's boxes for critical errors (no disk in the drive) show, or not, for the whole
-     * process. The methods that look at a drive or write to a directory add 1 to the error mode meanwhile, on
-     * purpose: where boxes may show, none does for these, and where they are suppressed, as HotSpot's JVM does,
-     * one may. Windows: SetErrorMode.
+     * process. The methods that look at a drive or write to a directory add 1 to the error mode meanwhile:
+     * where boxes may show, none does for these, and where they are suppressed, as HotSpot's JVM does,
+     * one may. Threads that call them at once can leave the error mode changed. Windows: SetErrorMode.
      *
      * @param enable whether they may show
      * @return whether they were suppressed before

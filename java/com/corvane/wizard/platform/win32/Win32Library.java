@@ -18,7 +18,10 @@ import java.nio.file.StandardCopyOption;
  */
 public final class Win32Library {
 
-    /** The system property that names the library's file. */
+    /**
+     * The system property that names the library's file. A JVM loads one file for one class loader only:
+     * where two load these classes, leave the property away, and each gets a copy of its own.
+     */
     public static final String PROPERTY = "corvane.win32.library";
 
     private static final String FILE = "corvane_win32.dll";
@@ -33,7 +36,8 @@ public final class Win32Library {
     private Win32Library() {}
 
     /**
-     * Loads the library unless it is loaded already.
+     * Loads the library unless it is loaded already. A class whose first use failed here stays unusable: each
+     * later use is a NoClassDefFoundError.
      *
      * @throws UnsatisfiedLinkError when this is not a 64-bit Windows JVM, or the library cannot be found,
      *     unpacked or loaded; the message says which

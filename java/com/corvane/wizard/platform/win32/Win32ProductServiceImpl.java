@@ -21,9 +21,11 @@ public class Win32ProductServiceImpl {
      *
      * @param keyName the name of the entry's key, of at most 63 characters: with a longer one only its
      *     first 63 are made into a key, and the values fail with 2 (ERROR_FILE_NOT_FOUND); an empty one is
-     *     refused with 87 (ERROR_INVALID_PARAMETER)
+     *     refused with 87 (ERROR_INVALID_PARAMETER). A backslash makes a key below a key, where the list does
+     *     not look
      * @param displayName what the list shows; cut to 63 characters, but on Windows 2000
-     * @param uninstallString the command that removes the product
+     * @param uninstallString the command that removes the product, stored as it is: a path with blanks needs
+     *     its own quotes
      * @throws ServiceException -90000; what was made before a failure stays
      */
     public native void win32RegisterUninstaller(String keyName, String displayName, String uninstallString)

@@ -34,12 +34,28 @@ public class Win32RegistryServiceImpl {
     /** HKEY_USERS. */
     public static final int HKEY_USERS = 5;
 
+    /** A type of value: text. */
+    public static final int REG_SZ = 1;
+
+    /** A type of value: text with references to environment variables, such as {@code %TEMP%}. */
+    public static final int REG_EXPAND_SZ = 2;
+
+    /** A type of value: bytes. */
+    public static final int REG_BINARY = 3;
+
+    /** A type of value: a number of 32 bits. */
+    public static final int REG_DWORD = 4;
+
+    /** A type of value: a list of texts. */
+    public static final int REG_MULTI_SZ = 7;
+
     static {
         Win32Library.load();
     }
 
     /**
-     * Tells whether a key is there. A root itself always is. Windows: RegOpenKeyEx.
+     * Tells whether a key is there. A root itself always is, and nothing is opened for it: with a null path
+     * the answer is true also for a number that is no root. Windows: RegOpenKeyEx.
      *
      * @param root one of the roots
      * @param key the path of the key, or null
@@ -78,8 +94,10 @@ public class Win32RegistryServiceImpl {
      * @param key the path of the parent, which must be there, or null
      * @param subKey the name of the key to delete, or a path below the parent; null, the empty name and one
      *     that begins with a backslash fail with 1010 (ERROR_BADKEY)
-     * @param mustExist whether a key that is missing is a failure
-     * @throws ServiceException -100002
+     * @param mustExist whether a key that is missing is a failure. Without it, 2 (ERROR_FILE_NOT_FOUND) is
+     *     passed over wherever it comes from: the key may still be there when a key below it vanished
+     *     meanwhile, or has a name with a NUL in it
+     * @throws ServiceException -100002; with 1018 (ERROR_KEY_DELETED) when another deletes the same key
      */
     public native void deleteKey(int root, String key, String subKey, boolean mustExist) throws ServiceException;
 
@@ -182,8 +200,8 @@ public class Win32RegistryServiceImpl {
      * @param root one of the roots
      * @param key the path of the key, or null
      * @param name the name of the value, or null
-     * @return the number of the type: 1 REG_SZ, 2 REG_EXPAND_SZ, 3 REG_BINARY, 4 REG_DWORD,
-     *     7 REG_MULTI_SZ, or another of Windows'
+     * @return {@link #REG_SZ}, {@link #REG_EXPAND_SZ}, {@link #REG_BINARY}, {@link #REG_DWORD},
+     *     {@link #REG_MULTI_SZ}, or the number of another type, as Windows has it
      * @throws ServiceException -100011
      */
     public native int getValueType(int root, String key, String name) throws ServiceException;
@@ -195,7 +213,7 @@ public class Win32RegistryServiceImpl {
      * @param key the path of the key, or null
      * @param name the name of the value, or null
      * @param expand whether the environment variables in a REG_EXPAND_SZ are replaced; a replacement
-     *     that fails gives the empty text
+     *     that fails gives the empty text, one above 32,766 characters is cut by Windows
      * @return the text up to its first NUL
      * @throws ServiceException -100008
      */
@@ -207,7 +225,8 @@ public class Win32RegistryServiceImpl {
      * @param root one of the roots
      * @param key the path of the key, or null
      * @param name the name of the value, or null
-     * @return the 32 bits; numbers from 2147483648 on are negative
+     * @return the 32 bits; numbers from 2147483648 on are negative. Bytes that were not stored are those of
+     *     65535
      * @throws ServiceException -100008; with 234 (ERROR_MORE_DATA) for a value of another type that has more
      *     than four bytes
      */
@@ -220,7 +239,8 @@ public class Win32RegistryServiceImpl {
      * @param root one of the roots
      * @param key the path of the key, or null
      * @param name the name of the value, or null
-     * @return the texts; an empty array when there is none
+     * @return the texts; an empty array when there is none. Of a list that was stored without its end, a last text
+     *     of one character is taken for the end
      * @throws ServiceException -100009
      */
     public native String[] getMultiStringValue(int root, String key, String name) throws ServiceException;
@@ -232,7 +252,8 @@ public class Win32RegistryServiceImpl {
      * @param key the path of the key, or null
      * @param name the name of the value, or null
      * @return the bytes
-     * @throws ServiceException -100010; with 0x8007000E (E_OUTOFMEMORY) when the array cannot be made
+     * @throws ServiceException -100010; with 0x8007000E (E_OUTOFMEMORY) when the JVM makes no array and does
+     *     not throw its OutOfMemoryError
      */
     public native byte[] getBinaryValue(int root, String key, String name) throws ServiceException;
 

@@ -88,6 +88,7 @@ class BridgeTest {
         ServiceException exception = raised(() -> Bridge.raiseWithMessage(-30000, 5));
         assertEquals(-30000, exception.getCode());
         assertEquals(0, exception.getSeverity());
+        assertEquals(5, exception.getReason());
         assertTrue(exception.getMessage().matches(ACCESS_DENIED + " \\(5\\)"), exception.getMessage());
 
         List<Call> calls = Call.of(format);
@@ -143,6 +144,18 @@ class BridgeTest {
         assertCall(format, 0x1300, 2100);
         assertEquals(0, format.word(1));
         assertEquals(0, Call.of("FreeLibrary").size());
+    }
+
+    @Test
+    void javaSeesTheReasonAsANumberAndTheCodeInTheText() {
+        Map<String, Integer> reasons = Map.of("Denied.\r\n (5)", 5, " (2147942414)", 0x8007000E,
+                "(5)", 0, "Denied (5).", 0, "Denied (x)", 0, "Denied (4294967296)", 0, "", 0);
+        reasons.forEach((message, reason) ->
+                assertEquals(reason, new ServiceException(-5, message).getReason(), message));
+        assertEquals(0, new ServiceException(-5).getReason());
+        String name = ServiceException.class.getName();
+        assertEquals(name + ": -5: Denied. (7)", new ServiceException(-5, "Denied. (7)").toString());
+        assertEquals(name + ": -5", new ServiceException(-5).toString());
     }
 
     @Test

@@ -85,7 +85,8 @@ class ProductTest {
         String shown = system == Windows.W2000 ? LONG_NAME : LONG_NAME.substring(0, 63);
         assertEquals(shown, value(MACHINE, KEY, "DisplayName"));
         assertEquals(COMMAND, value(MACHINE, KEY, "UninstallString"));
-        assertEquals(1, registry.getValueType(MACHINE, LIST + "\\" + KEY, "DisplayName"));
+        assertEquals(Win32RegistryServiceImpl.REG_SZ,
+                registry.getValueType(MACHINE, LIST + "\\" + KEY, "DisplayName"));
         assertFalse(isListed(USER, KEY));
         begin(system);
         product.win32UnregisterUninstaller(LONG_KEY, "no such product");

@@ -13,11 +13,11 @@ final class RegistryFixture {
     static final String KEY = RawRegistry.KEY;
     static final String MISSING = KEY + "\\missing";
 
-    static final int SZ = 1;
-    static final int EXPAND_SZ = 2;
-    static final int BINARY = 3;
-    static final int DWORD = 4;
-    static final int MULTI_SZ = 7;
+    static final int SZ = Win32RegistryServiceImpl.REG_SZ;
+    static final int EXPAND_SZ = Win32RegistryServiceImpl.REG_EXPAND_SZ;
+    static final int BINARY = Win32RegistryServiceImpl.REG_BINARY;
+    static final int DWORD = Win32RegistryServiceImpl.REG_DWORD;
+    static final int MULTI_SZ = Win32RegistryServiceImpl.REG_MULTI_SZ;
 
     /** Longer than the first buffer of every read. */
     static final String LONG_TEXT = "0123456789".repeat(120);

@@ -278,7 +278,7 @@ class RegistryReadTest {
         assertEquals("default", registry.getStringValue(HKCU, KEY, "", false));
         assertEquals(RegistryFixture.LONG_TEXT, registry.getStringValue(HKCU, KEY, "long", false));
         assertEquals(0x12345678, registry.get32BitValue(HKCU, KEY, "number"));
-        assertEquals(7, registry.getValueType(HKCU, KEY, "list"));
+        assertEquals(MULTI_SZ, registry.getValueType(HKCU, KEY, "list"));
         assertArrayEquals(new String[] {"first", "second"}, registry.getMultiStringValue(HKCU, KEY, "list"));
         assertArrayEquals(Bytes.of(0, 1, 2, 255), registry.getBinaryValue(HKCU, KEY, "binary"));
     }

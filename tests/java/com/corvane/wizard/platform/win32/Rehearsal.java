@@ -73,7 +73,7 @@ final class Rehearsal {
         assertEquals(codeOf(call), ((ServiceException) seen.thrown()).getCode(), name);
         // With an exception, the result of a directory's removal has no meaning.
         String result = call.equals("remove") ? "" : play(failures, () -> direct(call)) + " ";
-        assertEquals(outcome, result + "error " + seen.errorNumber(), name);
+        assertEquals(outcome, result + "error " + seen.reason(), name);
     }
 
     private static int codeOf(String call) {

@@ -3,6 +3,12 @@ package com.corvane.wizard.platform.win32;
 import static com.corvane.testing.Bytes.number;
 import static com.corvane.testing.Bytes.word;
 import static com.corvane.testing.Outcome.assertFails;
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_CD;
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_FIXED;
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_RAM_DISK;
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_REMOTE;
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_REMOVABLE;
+import static com.corvane.wizard.platform.win32.Win32FileServiceImpl.PARTITION_UNKNOWN;
 import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertNotEquals;
@@ -42,7 +48,8 @@ class VolumeTest {
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
     void theKindOfADrive(Windows system) throws Exception {
-        int[] kinds = {-1, -1, 2, 1, 3, 4, 5, -1};
+        int[] kinds = {PARTITION_UNKNOWN, PARTITION_UNKNOWN, PARTITION_REMOVABLE, PARTITION_FIXED,
+            PARTITION_REMOTE, PARTITION_CD, PARTITION_RAM_DISK, PARTITION_UNKNOWN};
         for (int kind = 0; kind < kinds.length; ++kind) {
             begin(system);
             Hooks.captureText("GetDriveTypeA", 0);
@@ -52,7 +59,7 @@ class VolumeTest {
         }
         begin(system);
         Hooks.answer("GetDriveTypeA", 3);
-        assertEquals(1, files.getPartitionType(null), "no drive is the current one");
+        assertEquals(PARTITION_FIXED, files.getPartitionType(null), "no drive is the current one");
         assertEquals(0, Call.only("GetDriveTypeA").word(0));
     }
 

@@ -64,7 +64,7 @@ class Win32LibraryTest {
     void whereComCannotBeStartedNoShortcutIsMade() throws Exception {
         String said = load(option("corvane.win32.library"), option("corvane.test.support"),
                 "-Dcorvane.test.com=multithreaded");
-        assertTrue(said.startsWith("loaded, answers true") && said.contains("ServiceException -80002")
+        assertTrue(said.startsWith("loaded, answers true") && said.contains("ServiceException: -80002")
                 && said.endsWith(" (2147549446)"), said);
         assertEquals(0, temporary.toFile().list().length);
     }
