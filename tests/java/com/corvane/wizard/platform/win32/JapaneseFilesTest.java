@@ -63,7 +63,7 @@ class JapaneseFilesTest {
     void aFolderWithAnotherNameIsNoneOfTheShells() throws Exception {
         folder.file("\u30A2/n.lnk", "");
         Windows.XP.use();
-        Hooks.answer("SHGetSpecialFolderPathA", 1, 1, (folder.path("\u30C0") + "\0").getBytes(ANSI));
+        Hooks.answer("SHGetSpecialFolderPathA", 1, 1, (folder.path("\u30C2") + "\0").getBytes(ANSI));
         new Win32DesktopServiceImpl().removeDesktopItem(folder.path(""), "\u30A2", "n");
         assertFalse(folder.has("\u30A2"));
     }
