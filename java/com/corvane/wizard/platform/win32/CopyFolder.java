@@ -4,6 +4,7 @@ import java.io.IOException;
 import java.nio.file.DirectoryIteratorException;
 import java.nio.file.DirectoryStream;
 import java.nio.file.Files;
+import java.nio.file.InvalidPathException;
 import java.nio.file.LinkOption;
 import java.nio.file.Path;
 import java.nio.file.Paths;
@@ -128,15 +129,20 @@ final class CopyFolder {
      * So they are taken from the rights to Windows' own folder, where they always are, and told by their SID:
      * a principal of the JDK has its text's hash. Where that finds nobody, the owner alone has rights.
      */
-    private static void addRulers(Set<UserPrincipal> holders) throws IOException {
+    private static void addRulers(Set<UserPrincipal> holders) {
         String windows = System.getenv("SystemRoot");
         if (windows == null) {
             return;
         }
-        for (AclEntry entry : Files.getFileAttributeView(Paths.get(windows), AclFileAttributeView.class).getAcl()) {
-            if (RULERS.stream().anyMatch(sid -> sid.hashCode() == entry.principal().hashCode())) {
-                holders.add(entry.principal());
+        try {
+            Path folder = Paths.get(windows);
+            for (AclEntry entry : Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl()) {
+                if (RULERS.stream().anyMatch(sid -> sid.hashCode() == entry.principal().hashCode())) {
+                    holders.add(entry.principal());
+                }
             }
+        } catch (IOException | InvalidPathException e) {
+            // The owner is enough to load the library.
         }
     }
 

@@ -91,7 +91,7 @@ class Win32LibraryTest {
         List<AclEntry> rights = Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl();
         for (AclEntry entry : rights) {
             assertTrue(entry.principal().equals(Files.getOwner(folder))
-                    || entry.principal().getName().matches("SYSTEM|Administrators"), rights.toString());
+                    || entry.principal().getName().matches(".*\\\\(SYSTEM|Administrators)"), rights.toString());
         }
     }
 
@@ -113,10 +113,12 @@ class Win32LibraryTest {
 
         private final Path place;
         private final Path foreign;
+        private final Path prepared;
         private final AtomicBoolean ended = new AtomicBoolean();
 
         Attacker(Path place) throws IOException {
             this.place = place;
+            prepared = place.resolveSibling("prepared");
             foreign = Files.copy(Path.of(System.getProperty("corvane.test.support")), aside());
         }
 
@@ -128,7 +130,10 @@ class Win32LibraryTest {
         public void run() {
             while (!ended.get()) {
                 try (DirectoryStream<Path> entries = Files.newDirectoryStream(place)) {
-                    entries.forEach(entry -> attack(entry, entry.resolve(entry.getFileName() + ".dll")));
+                    for (Path entry : entries) {
+                        String name = entry.getFileName().toString();
+                        attack(entry, name.endsWith(".dll") ? entry : entry.resolve(name + ".dll"));
+                    }
                 } catch (IOException | RuntimeException e) {
                     // and again
                 }
@@ -136,16 +141,17 @@ class Win32LibraryTest {
         }
 
         private void attack(Path folder, Path copy) {
+            succeeds(() -> Files.createLink(prepared, foreign));
+            succeeds(() -> Files.move(prepared, copy, StandardCopyOption.ATOMIC_MOVE));
+            succeeds(() -> {
+                Files.move(copy, aside());
+                return Files.createLink(copy, foreign);
+            });
             succeeds(() -> {
                 Files.move(folder, aside());
                 Files.createDirectory(folder);
                 return Files.createLink(copy, foreign);
             });
-            succeeds(() -> {
-                Files.move(copy, aside());
-                return Files.createLink(copy, foreign);
-            });
-            succeeds(() -> Files.move(Files.createLink(aside(), foreign), copy, StandardCopyOption.ATOMIC_MOVE));
             succeeds(() -> Files.write(copy, new byte[] {'M', 'Z'}, StandardOpenOption.WRITE));
         }
 
