@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "bridge/win32/system_library.h"
 #include "bridge/win32/ansi_or_wide.h"
 #include "bridge/win32/last_error.h"
 #include "bridge/win32/message_inserts.h"
@@ -64,7 +65,7 @@ WString textOf(bool windows9x, const LocalHolder& message) {
 WString errorMessage(bool windows9x, uint32_t messageId) {
   // Freed last: the text below comes out of it.
   const ScopedModule module(isNetworkManagementError(messageId)
-                                ? LoadLibraryExA("netmsg.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE)
+                                ? loadSystemLibrary("netmsg.dll", LOAD_LIBRARY_AS_DATAFILE)
                                 : nullptr);
   const LocalHolder text = systemText(windows9x, module, messageId);
   return textOf(windows9x, withNumber(windows9x, text, messageId));

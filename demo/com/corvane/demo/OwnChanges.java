@@ -16,8 +16,8 @@ final class OwnChanges {
                 "the date of its driver, which is that of the start");
         leaveOut("\\[HKEY_CURRENT_USER\\\\Console[\\]\\\\].*",
                 "the looks of console windows, written when a program opens the first one");
-        leaveOut(".*\\\\corvane_win32-\\d+\\.dll .*",
-                "the library's unpacked copies, in use as long as it runs; removed another day");
+        leaveOut(".*\\\\corvane_win32-\\d+(\\\\corvane_win32-\\d+\\.dll .*)?",
+                "the library's unpacked copies, in use as long as it runs; removed when it next runs");
     }
 
     private OwnChanges() {}

@@ -25,7 +25,8 @@ public final class FaultSweep {
     private static final Set<String> CONVERSIONS = Set.of("WideCharToMultiByte", "MultiByteToWideChar");
 
     /** Their failure costs the text of a message, not the exception. */
-    private static final Set<String> MESSAGES = Set.of("FormatMessageA", "FormatMessageW", "LoadLibraryExA");
+    private static final Set<String> MESSAGES =
+            Set.of("FormatMessageA", "FormatMessageW", "GetSystemDirectoryA", "LoadLibraryExA");
 
     /** Asked again in another way. */
     private static final Set<String> RETRIED = Set.of("GetVersionExA");

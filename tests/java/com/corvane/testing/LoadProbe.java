@@ -3,17 +3,34 @@ package com.corvane.testing;
 import com.corvane.wizard.platform.win32.Win32DesktopServiceImpl;
 import com.corvane.wizard.platform.win32.Win32Library;
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
+import java.io.File;
+import java.lang.reflect.InvocationTargetException;
+import java.net.URL;
+import java.net.URLClassLoader;
+import java.net.URLDecoder;
+import java.nio.charset.StandardCharsets;
 
 /**
  * A program that loads the library as an installer does, and says how that went. Where "corvane.test.com"
- * says so, COM is started first, and a shortcut is tried.
+ * says so, COM is started first, and a shortcut is tried. With arguments it loads the library once for each,
+ * by a class loader that is gone afterwards; the argument is the temporary folder, encoded as in a URL.
  */
 public final class LoadProbe {
 
     private LoadProbe() {}
 
     public static void main(String[] arguments) throws Exception {
-        String com = System.getProperty("corvane.test.com");
+        for (String folder : arguments) {
+            System.setProperty("java.io.tmpdir", URLDecoder.decode(folder.substring(1), StandardCharsets.UTF_8));
+            System.out.println(loadAnew());
+            System.gc();
+        }
+        if (arguments.length == 0) {
+            load(System.getProperty("corvane.test.com"));
+        }
+    }
+
+    private static void load(String com) {
         try {
             if (com != null) {
                 Hooks.load();
@@ -25,8 +42,21 @@ public final class LoadProbe {
             if (com != null) {
                 System.out.println(shortcut());
             }
-        } catch (UnsatisfiedLinkError error) {
-            System.out.println(error.getMessage());
+        } catch (Exception | UnsatisfiedLinkError failure) {
+            System.out.println(failure.getMessage());
+        }
+    }
+
+    private static String loadAnew() throws Exception {
+        URL jar = new File(System.getProperty("java.class.path").split(File.pathSeparator)[0]).toURI().toURL();
+        try (URLClassLoader loader = new URLClassLoader(new URL[] {jar}, null)) {
+            Class<?> registry = Class.forName(Win32RegistryServiceImpl.class.getName(), true, loader);
+            return "loaded, answers " + registry.getMethod("keyExists", int.class, String.class)
+                    .invoke(registry.getConstructor().newInstance(), 3, null);
+        } catch (InvocationTargetException failure) {
+            return failure.getCause().toString();
+        } catch (LinkageError failure) {
+            return failure.toString();
         }
     }
 

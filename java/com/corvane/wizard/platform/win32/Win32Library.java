@@ -1,20 +1,22 @@
 package com.corvane.wizard.platform.win32;
 
 import java.io.File;
-import java.io.IOException;
-import java.io.InputStream;
-import java.nio.file.Files;
-import java.nio.file.Path;
-import java.nio.file.StandardCopyOption;
 
 /**
  * Finds the native library, {@code corvane_win32.dll}, and loads it, once.
  *
  * <p>The system property {@value #PROPERTY} names the file. Without it, the copy in the jar is unpacked
- * to a temporary file of this process. Windows keeps a loaded file from being deleted, so such files are
- * removed by a later process.
+ * into a new folder that belongs to this process alone, and nothing but that copy is ever loaded: it is
+ * compared with the jar while nobody else can change, move or delete it, and stays held until it is loaded.
+ * The folder is made in the first of these that serves: the one that {@code java.io.tmpdir} names, the user's
+ * own temporary folder ({@code LOCALAPPDATA}), and the one for all users' data ({@code ALLUSERSPROFILE}).
  *
- * <p>The classes whose methods are native call {@link #load()} themselves when they are first used.
+ * <p>Windows keeps a loaded file from being deleted. Copies that nothing uses any more, since their JVM has
+ * ended or their class loader is gone, are removed when the library is next unpacked beside them.
+ *
+ * <p>The classes whose methods are native call {@link #load()} themselves when they are first used. When that
+ * fails, the first use of such a class throws the {@link UnsatisfiedLinkError}, and each later use of it a
+ * {@link NoClassDefFoundError}, as for any class that could not be initialized.
  */
 public final class Win32Library {
 
@@ -24,12 +26,7 @@ public final class Win32Library {
      */
     public static final String PROPERTY = "corvane.win32.library";
 
-    private static final String FILE = "corvane_win32.dll";
-    private static final String PREFIX = "corvane_win32-";
-    private static final String SUFFIX = ".dll";
-
-    /** A temporary file that is younger may belong to a process that is about to load it. */
-    private static final long STALE_MILLISECONDS = 24L * 60 * 60 * 1000;
+    static final String FILE = "corvane_win32.dll";
 
     private static boolean loaded;
 
@@ -45,7 +42,7 @@ public final class Win32Library {
     public static synchronized void load() {
         if (!loaded) {
             requireWindows(System.getProperty("os.name"), System.getProperty("os.arch"));
-            System.load(libraryFile());
+            loadFile(System.getProperty(PROPERTY));
             loaded = true;
         }
     }
@@ -57,46 +54,15 @@ public final class Win32Library {
         }
     }
 
-    private static String libraryFile() {
-        String named = System.getProperty(PROPERTY);
+    private static void loadFile(String named) {
         if (named == null) {
-            return unpacked().toString();
+            UnpackedLibrary.load();
+            return;
         }
         File file = new File(named);
         if (!file.isFile()) {
             throw new UnsatisfiedLinkError("The system property " + PROPERTY + " names no file: " + named);
         }
-        return file.getAbsolutePath();
-    }
-
-    private static Path unpacked() {
-        try (InputStream copy = Win32Library.class.getResourceAsStream(FILE)) {
-            if (copy == null) {
-                throw new UnsatisfiedLinkError(
-                        FILE + " is not in the jar, and the system property " + PROPERTY + " is not set");
-            }
-            Path file = Files.createTempFile(PREFIX, SUFFIX);
-            removeStaleFiles(file.getParent());
-            Files.copy(copy, file, StandardCopyOption.REPLACE_EXISTING);
-            return file;
-        } catch (IOException e) {
-            UnsatisfiedLinkError error = new UnsatisfiedLinkError("Cannot unpack " + FILE + ": " + e);
-            error.initCause(e);
-            throw error;
-        }
-    }
-
-    /** Removes what earlier processes left; a file that is still in use refuses, and stays. */
-    private static void removeStaleFiles(Path directory) {
-        long stale = System.currentTimeMillis() - STALE_MILLISECONDS;
-        File[] files = directory.toFile().listFiles((folder, name) -> name.startsWith(PREFIX) && name.endsWith(SUFFIX));
-        if (files == null) {
-            return;
-        }
-        for (File file : files) {
-            if (file.lastModified() < stale) {
-                file.delete();
-            }
-        }
+        System.load(file.getAbsolutePath());
     }
 }

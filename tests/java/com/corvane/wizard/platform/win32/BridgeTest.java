@@ -114,14 +114,15 @@ class BridgeTest {
         for (int message : new int[] {2100, 2999}) {
             Hooks.reset();
             system.use();
-            Hooks.answerModule("netmsg.dll", System.getProperty("corvane.test.support"));
-            Hooks.capture("LoadLibraryExA", 0, 11);
+            Hooks.answer("GetSystemDirectoryA", 6, 0, latin1("Q:\\sys\0"));
+            Hooks.answerModule("Q:\\sys\\netmsg.dll", System.getProperty("corvane.test.support"));
+            Hooks.captureText("LoadLibraryExA", 0);
             Hooks.arm();
             String which = message == 2100 ? "first" : "last";
             String text = raised(() -> Bridge.raiseWithMessage(-110001, message)).getMessage();
             assertEquals("The " + which + " network message.\r\n (" + message + ")", text);
             Call load = Call.only("LoadLibraryExA");
-            assertArrayEquals(latin1("netmsg.dll\0"), load.bytes(0));
+            assertEquals("Q:\\sys\\netmsg.dll", load.text(0));
             assertEquals(List.of(0L, 2L), List.of(load.word(1), load.word(2) & 0xFFFFFFFFL));
             Call format = Call.of(system.function("FormatMessage")).get(0);
             assertCall(format, 0x1B00, message);
@@ -138,11 +139,19 @@ class BridgeTest {
             assertFails(-110001, message, () -> Bridge.raiseWithMessage(-110001, (int) message));
         }
         assertEquals(0, Call.of("LoadLibraryExA").size());
+        // The module is not loaded; nor is the system's directory known, or its path is too long.
         Hooks.fail("LoadLibraryExA", 1, 126);
-        assertFails(-110001, 2100, () -> Bridge.raiseWithMessage(-110001, 2100));
-        Call format = Call.of(system.function("FormatMessage")).get(2 * unknown.length);
-        assertCall(format, 0x1300, 2100);
-        assertEquals(0, format.word(1));
+        Hooks.fail("GetSystemDirectoryA", 2, 5);
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            if (attempt == 2) {
+                Hooks.answer("GetSystemDirectoryA", 249);
+            }
+            assertFails(-110001, 2100, () -> Bridge.raiseWithMessage(-110001, 2100));
+            Call format = Call.of(system.function("FormatMessage")).get(2 * (unknown.length + attempt));
+            assertCall(format, 0x1300, 2100);
+            assertEquals(0, format.word(1));
+        }
+        assertEquals(1, Call.of("LoadLibraryExA").size());
         assertEquals(0, Call.of("FreeLibrary").size());
     }
 

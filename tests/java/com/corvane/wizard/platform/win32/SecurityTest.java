@@ -1,6 +1,7 @@
 package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Bytes.number;
+import static com.corvane.testing.Bytes.utf16;
 import static com.corvane.testing.Bytes.word;
 import static com.corvane.testing.Outcome.assertFails;
 import static org.junit.jupiter.api.Assertions.assertArrayEquals;
@@ -156,6 +157,23 @@ class SecurityTest {
             assertFails(CODE, 127, security::isCurrentUserAdmin);
             assertEquals(FUNCTIONS.subList(0, FUNCTIONS.indexOf(function) + 1), lookedUp());
         }
+    }
+
+    /** From nowhere but the system's own directory. */
+    @Test
+    void theirModuleIsLoadedWhereItIsMissing() throws Exception {
+        begin(Windows.W10);
+        Hooks.captureText("LoadLibraryW", 0);
+        Hooks.fail("GetModuleHandleW", 1, 126);
+        Hooks.answer("GetSystemDirectoryW", 6, 0, utf16("Q:\\sys\0"));
+        assertFails(CODE, 126, security::isCurrentUserAdmin);
+        assertEquals("Q:\\sys\\advapi32.dll", Call.only("LoadLibraryW").text(0));
+
+        begin(Windows.W10);
+        Hooks.fail("GetModuleHandleW", 1, 126);
+        Hooks.fail("GetSystemDirectoryW", 1, 5);
+        assertFails(CODE, 5, security::isCurrentUserAdmin);
+        assertEquals(List.of(), Call.of("LoadLibraryW"));
     }
 
     @Test

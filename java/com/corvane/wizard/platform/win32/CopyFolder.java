@@ -1,0 +1,162 @@
+package com.corvane.wizard.platform.win32;
+
+import java.io.IOException;
+import java.nio.file.DirectoryIteratorException;
+import java.nio.file.DirectoryStream;
+import java.nio.file.Files;
+import java.nio.file.InvalidPathException;
+import java.nio.file.LinkOption;
+import java.nio.file.Path;
+import java.nio.file.Paths;
+import java.nio.file.attribute.AclEntry;
+import java.nio.file.attribute.AclEntryFlag;
+import java.nio.file.attribute.AclEntryPermission;
+import java.nio.file.attribute.AclEntryType;
+import java.nio.file.attribute.AclFileAttributeView;
+import java.nio.file.attribute.BasicFileAttributes;
+import java.nio.file.attribute.FileAttribute;
+import java.nio.file.attribute.UserPrincipal;
+import java.util.ArrayList;
+import java.util.Arrays;
+import java.util.EnumSet;
+import java.util.LinkedHashSet;
+import java.util.List;
+import java.util.Set;
+import java.util.concurrent.TimeUnit;
+
+/** The folder of one copy of the library: new, with nothing else in it, and closed to other users. */
+final class CopyFolder {
+
+    private static final String PREFIX = "corvane_win32-";
+
+    /** The system and the administrators. */
+    private static final List<String> RULERS = Arrays.asList("S-1-5-18", "S-1-5-32-544");
+
+    /** An empty folder that is younger may be about to get its copy. */
+    private static final long STALE_MILLISECONDS = TimeUnit.HOURS.toMillis(1);
+
+    private CopyFolder() {}
+
+    /** A new folder in {@code place}; where the file system has rights, only its owner and rulers have any. */
+    static Path create(Path place) throws IOException {
+        if (!Files.getFileStore(place).supportsFileAttributeView(AclFileAttributeView.class)) {
+            return Files.createTempDirectory(place, PREFIX);
+        }
+        List<AclEntry> rights = rights(place);
+        Path folder = Files.createTempDirectory(place, PREFIX, rightsFromTheStart(rights));
+        try {
+            // Once more: Windows may have added what the place hands down to everything in it.
+            Files.getFileAttributeView(folder, AclFileAttributeView.class).setAcl(rights);
+            return folder;
+        } catch (IOException e) {
+            remove(folder);
+            throw e;
+        }
+    }
+
+    /** Named like its folder, so that nothing else is ever removed, wherever the folder leads. */
+    static Path copyIn(Path folder) {
+        return folder.resolve(folder.getFileName() + ".dll");
+    }
+
+    /**
+     * Removes the copies that nothing uses. One that is loaded, or about to be, cannot be deleted: it is never
+     * without a handle that forbids it.
+     */
+    static void removeUnused(Path place) {
+        try (DirectoryStream<Path> folders = Files.newDirectoryStream(place, PREFIX + "*")) {
+            for (Path folder : folders) {
+                if (mayBeRemoved(folder)) {
+                    remove(folder);
+                }
+            }
+        } catch (IOException | DirectoryIteratorException e) {
+            // It is tried again with the next copy.
+        }
+    }
+
+    /** Whether it may be removed. A link leads to what is not ours; it stays. */
+    private static boolean mayBeRemoved(Path folder) {
+        try {
+            BasicFileAttributes attributes =
+                    Files.readAttributes(folder, BasicFileAttributes.class, LinkOption.NOFOLLOW_LINKS);
+            long age = System.currentTimeMillis() - attributes.lastModifiedTime().toMillis();
+            return attributes.isDirectory() && !attributes.isOther()
+                    && (Files.exists(copyIn(folder)) || age > STALE_MILLISECONDS);
+        } catch (IOException e) {
+            return false;
+        }
+    }
+
+    static void remove(Path folder) {
+        try {
+            Files.deleteIfExists(copyIn(folder));
+            Files.delete(folder);
+        } catch (IOException e) {
+            // In use, or another's: it stays.
+        }
+    }
+
+    private static List<AclEntry> rights(Path place) throws IOException {
+        Set<UserPrincipal> holders = new LinkedHashSet<>();
+        holders.add(ownerOfWhatIsMade(place));
+        addRulers(holders);
+        List<AclEntry> rights = new ArrayList<>();
+        for (UserPrincipal holder : holders) {
+            rights.add(AclEntry.newBuilder().setType(AclEntryType.ALLOW).setPrincipal(holder)
+                    .setPermissions(EnumSet.allOf(AclEntryPermission.class))
+                    .setFlags(AclEntryFlag.FILE_INHERIT, AclEntryFlag.DIRECTORY_INHERIT).build());
+        }
+        return rights;
+    }
+
+    /**
+     * Whom Windows makes the owner of what this process makes: the user; or the administrators, when they are
+     * meant to be alone, as with a program that was started with their rights. A user's name would tell less:
+     * an account of the domain and one of the computer may share it.
+     */
+    private static UserPrincipal ownerOfWhatIsMade(Path place) throws IOException {
+        Path probe = Files.createTempDirectory(place, PREFIX);
+        try {
+            return Files.getOwner(probe);
+        } finally {
+            Files.delete(probe);
+        }
+    }
+
+    /**
+     * The names of these accounts differ from language to language, and Java finds an account by nothing else.
+     * So they are taken from the rights to Windows' own folder, where they always are, and told by their SID:
+     * a principal of the JDK has its text's hash. Where that finds nobody, the owner alone has rights.
+     */
+    private static void addRulers(Set<UserPrincipal> holders) {
+        String windows = System.getenv("SystemRoot");
+        if (windows == null) {
+            return;
+        }
+        try {
+            Path folder = Paths.get(windows);
+            for (AclEntry entry : Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl()) {
+                if (RULERS.stream().anyMatch(sid -> sid.hashCode() == entry.principal().hashCode())) {
+                    holders.add(entry.principal());
+                }
+            }
+        } catch (IOException | InvalidPathException e) {
+            // The owner is enough to load the library.
+        }
+    }
+
+    private static FileAttribute<List<AclEntry>> rightsFromTheStart(List<AclEntry> rights) {
+        return new FileAttribute<List<AclEntry>>() {
+            @Override
+            public String name() {
+                return "acl:acl";
+            }
+
+            @Override
+            public List<AclEntry> value() {
+                return rights;
+            }
+        };
+    }
+}
