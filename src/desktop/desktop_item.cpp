@@ -12,6 +12,8 @@
 #include "environment/com_startup.h"
 #include "environment/special_folder.h"
 
+namespace corvane {
+
 namespace {
 
 /// What a shortcut may be called; the later two are found on Windows 9x only.
@@ -134,3 +136,5 @@ void removeDesktopItem(const WString& folder, const WString& subfolder, const WS
     removeFolders(place);
   }
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include "bridge/win32/text.h"
 #include "desktop/shell_link.h"
 
+namespace corvane {
+
 /// Folders and shortcuts in the Start menu and on the desktop. `folder` may hold folder tokens (see
 /// expandFolderTokens); `subfolder` is a path below it, which may be empty. The shell is told of
 /// each change. All throw Win32Failure, with a Win32 error or an HRESULT. What removes throws it
@@ -24,3 +26,5 @@ void createDesktopItem(const WString& folder,
 /// Deletes the shortcut, which need not be there, and the sub-folder when it is empty then, as
 /// removeDesktopFolder does; not one of the shell's own folders (on Windows XP and later).
 void removeDesktopItem(const WString& folder, const WString& subfolder, const WString& name);
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "bridge/java/native_frame.h"
 #include "desktop/desktop_item.h"
 
+using namespace corvane;
+
 // The natives of Win32DesktopServiceImpl that make and remove folders and shortcuts. What each
 // does, takes and raises is said at its Java declaration.
 
@@ -20,39 +22,30 @@ constexpr jint kRemoveItemFailed = -80003;
 
 extern "C" {
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_createDesktopFolder(
-    JNIEnv* env,
-    jobject,
-    jstring folder,
-    jstring subfolder) {
+NATIVE(void, Win32DesktopServiceImpl, createDesktopFolder)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder) {
   nativeFrame(env, kCreateFolderFailed, [&] {
     createDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder));
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_removeDesktopFolder(
-    JNIEnv* env,
-    jobject,
-    jstring folder,
-    jstring subfolder) {
+NATIVE(void, Win32DesktopServiceImpl, removeDesktopFolder)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder) {
   nativeFrame(env, kRemoveFolderFailed, [&] {
     removeDesktopFolder(textFromJava(env, folder), textFromJava(env, subfolder));
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_createDesktopItem(
-    JNIEnv* env,
-    jobject,
-    jstring folder,
-    jstring subfolder,
-    jstring name,
-    jstring target,
-    jstring arguments,
-    jstring iconPath,
-    jstring workingDirectory) {
+NATIVE(void, Win32DesktopServiceImpl, createDesktopItem)
+(JNIEnv* env,
+ jobject,
+ jstring folder,
+ jstring subfolder,
+ jstring name,
+ jstring target,
+ jstring arguments,
+ jstring iconPath,
+ jstring workingDirectory) {
   nativeFrame(env, kCreateItemFailed, [&] {
     const JniString program(env, target);
     const JniString options(env, arguments);
@@ -66,12 +59,8 @@ Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_createDesktopItem
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32DesktopServiceImpl_removeDesktopItem(JNIEnv* env,
-                                                                                 jobject,
-                                                                                 jstring folder,
-                                                                                 jstring subfolder,
-                                                                                 jstring name) {
+NATIVE(void, Win32DesktopServiceImpl, removeDesktopItem)
+(JNIEnv* env, jobject, jstring folder, jstring subfolder, jstring name) {
   nativeFrame(env, kRemoveItemFailed, [&] {
     removeDesktopItem(textFromJava(env, folder),
                       textFromJava(env, subfolder),

@@ -5,12 +5,13 @@
 
 #include "bridge/java/java_values.h"
 #include "bridge/java/jni_string.h"
-#include "bridge/java/native.h"
 #include "bridge/java/native_text.h"
 #include "bridge/win32/platform.h"
 #include "desktop/place.h"
-#include "file/file_owner.h"
-#include "file/path_attributes.h"
+#include "file/properties/file_owner.h"
+#include "file/properties/path_attributes.h"
+
+using namespace corvane;
 
 // The natives of Win32DesktopServiceImpl that read and set the owner, the group and the attributes
 // of folders and shortcuts. What each does, takes and raises is said at its Java declaration.

@@ -7,6 +7,8 @@
 #include "bridge/win32/path.h"
 #include "bridge/win32/win32_failure.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr const wchar_t* kSeparators = L"\\/";
@@ -105,3 +107,5 @@ void removeFolderChain(const Place& place) {
         separator == WString::npos ? separator : subfolder.find_last_not_of(kSeparators, separator);
   }
 }
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include "desktop/place.h"
 
+namespace corvane {
+
 /// The folders of a path "a\b\c" below another folder, made and removed together. Separators are
 /// backslashes and slashes; a path of nothing else names no folder. Both throw Win32Failure.
 
@@ -15,3 +17,5 @@ void createFolderChain(const Place& place);
 /// names something (see namedPath). ERROR_FILE_NOT_FOUND when the deepest is missing. Win32:
 /// RemoveDirectoryA/W.
 void removeFolderChain(const Place& place);
+
+}  // namespace corvane

@@ -12,6 +12,8 @@
 #include "bridge/win32/win32_failure.h"
 #include "environment/special_folder.h"
 
+namespace corvane {
+
 namespace {
 
 struct Token {
@@ -79,3 +81,5 @@ Place::Place(WString folder, WString subfolder)
 WString Place::item(const WString& name, const wchar_t* extension) const {
   return joined(path_, name) + extension;
 }
+
+}  // namespace corvane

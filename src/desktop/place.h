@@ -2,6 +2,8 @@
 
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 /// Replaces the tokens for shell folders in `text`, such as "$UserPrograms$", by their paths. On
 /// Windows 9x the folders of all users are the current user's.
 ///
@@ -32,3 +34,5 @@ class Place {
   WString subfolder_;
   WString path_;
 };
+
+}  // namespace corvane

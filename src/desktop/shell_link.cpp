@@ -5,6 +5,8 @@
 #include "bridge/win32/ansi_or_wide.h"
 #include "bridge/win32/com_pointer.h"
 
+namespace corvane {
+
 namespace {
 
 /// Fills the object; what is empty is not set. The first failure ends it.
@@ -40,3 +42,5 @@ HRESULT saveShellLink(const wchar_t* file, const ShellLink& link) {
   result = fill(shellLink, link);
   return FAILED(result) ? result : persistFile->Save(file, TRUE);
 }
+
+}  // namespace corvane

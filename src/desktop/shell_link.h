@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace corvane {
+
 /// What a shortcut holds. Texts may be null.
 struct ShellLink {
   const wchar_t* target;
@@ -14,3 +16,5 @@ struct ShellLink {
 /// CO_E_NOTINITIALIZED when this thread has not started COM. Texts go through the ANSI code page.
 /// COM: IShellLinkA, IPersistFile.
 HRESULT saveShellLink(const wchar_t* file, const ShellLink& link);
+
+}  // namespace corvane

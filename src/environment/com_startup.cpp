@@ -2,6 +2,8 @@
 
 #include <objbase.h>
 
+namespace corvane {
+
 namespace {
 
 /// Constructed when the system attaches the library to the process, destroyed when it detaches it.
@@ -27,3 +29,5 @@ const ComStartup comStartup;
 HRESULT comStartupResult() noexcept {
   return comStartup.result();
 }
+
+}  // namespace corvane

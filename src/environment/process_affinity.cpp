@@ -4,6 +4,8 @@
 
 #include "bridge/win32/runtime_function.h"
 
+namespace corvane {
+
 void useOneProcessor() noexcept {
   const auto setProcessAffinityMask = RUNTIME_FUNCTION(kernel32, SetProcessAffinityMask);
   if (!setProcessAffinityMask) {
@@ -18,3 +20,5 @@ void useOneProcessor() noexcept {
     setProcessAffinityMask(GetCurrentProcess(), DWORD_PTR{lowest});
   }
 }
+
+}  // namespace corvane

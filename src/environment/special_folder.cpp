@@ -10,6 +10,8 @@
 #include "bridge/win32/ansi_or_wide.h"
 #include "bridge/win32/com_pointer.h"
 
+namespace corvane {
+
 namespace {
 
 /// The first and last numbers of the folders that are never removed.
@@ -71,3 +73,5 @@ bool isSpecialFolder(const WString& path) {
   }
   return false;
 }
+
+}  // namespace corvane

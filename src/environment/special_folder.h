@@ -2,6 +2,8 @@
 
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 /// The shell's folders, each known by a number (CSIDL). Their paths come from the ANSI functions,
 /// which every Windows has. Win32: SHGetSpecialFolderLocation, SHGetPathFromIDListA, SHGetMalloc.
 
@@ -22,3 +24,5 @@ SpecialFolder findSpecialFolder(int csidl);
 /// Whether a path is one of the shell's own folders, whatever the case of its letters.
 /// Win32: SHGetSpecialFolderPathA.
 bool isSpecialFolder(const WString& path);
+
+}  // namespace corvane

@@ -8,6 +8,8 @@
 #include "registry/known_keys.h"
 #include "registry/registry_key.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr uint32_t kNoSuchDrive = 0xFFFFFFFF;
@@ -45,3 +47,5 @@ WString bootDirectory() {
   }
   return directory;
 }
+
+}  // namespace corvane

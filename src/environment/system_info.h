@@ -2,6 +2,8 @@
 
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 /// What the system tells about itself.
 
 /// The text of the installed service pack, empty when there is none. Throws Win32Failure.
@@ -12,3 +14,5 @@ WString serviceLevel();
 /// RegistryException, and Win32Failure with 0xFFFFFFFF when it is on no drive. Win32:
 /// GetDriveTypeA/W.
 WString bootDirectory();
+
+}  // namespace corvane

@@ -7,6 +7,8 @@
 #include "environment/process_affinity.h"
 #include "environment/system_info.h"
 
+using namespace corvane;
+
 // The natives of Win32SystemUtilServiceImpl and Win32WizardInitializeServiceImpl. What each does
 // and raises is said at its Java declaration.
 
@@ -19,35 +21,25 @@ constexpr jint kBootDirectoryFailed = -70009;
 
 extern "C" {
 
-JNIEXPORT jstring JNICALL
-Java_com_corvane_wizard_platform_win32_Win32SystemUtilServiceImpl_getOSServiceLevel(JNIEnv* env,
-                                                                                    jobject) {
+NATIVE(jstring, Win32SystemUtilServiceImpl, getOSServiceLevel)(JNIEnv* env, jobject) {
   return nativeText(env, kServiceLevelFailed, [](WString& text) { text = serviceLevel(); });
 }
 
-JNIEXPORT jboolean JNICALL
-Java_com_corvane_wizard_platform_win32_Win32SystemUtilServiceImpl_isWinNTor2K(JNIEnv* env,
-                                                                              jobject) {
+NATIVE(jboolean, Win32SystemUtilServiceImpl, isWinNTor2K)(JNIEnv* env, jobject) {
   return nativeFrame(env, [] { return toJavaBoolean(isWindowsNT()); });
 }
 
-JNIEXPORT jboolean JNICALL
-Java_com_corvane_wizard_platform_win32_Win32SystemUtilServiceImpl_isWinME(JNIEnv* env, jobject) {
+NATIVE(jboolean, Win32SystemUtilServiceImpl, isWinME)(JNIEnv* env, jobject) {
   return nativeFrame(env, [] { return toJavaBoolean(isWindowsME()); });
 }
 
-JNIEXPORT jstring JNICALL
-Java_com_corvane_wizard_platform_win32_Win32SystemUtilServiceImpl_getBootDirectory(JNIEnv* env,
-                                                                                   jobject) {
+NATIVE(jstring, Win32SystemUtilServiceImpl, getBootDirectory)(JNIEnv* env, jobject) {
   return nativeFrame(env, kBootDirectoryFailed, [&] {
     return newJavaString(env, bootDirectory());
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32WizardInitializeServiceImpl_setProcessAffinity(
-    JNIEnv* env,
-    jobject) {
+NATIVE(void, Win32WizardInitializeServiceImpl, setProcessAffinity)(JNIEnv* env, jobject) {
   nativeFrame(env, [] { useOneProcessor(); });
 }
 

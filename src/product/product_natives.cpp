@@ -5,6 +5,8 @@
 #include "bridge/java/native_frame.h"
 #include "product/uninstaller_entry.h"
 
+using namespace corvane;
+
 // The natives of Win32ProductServiceImpl. What each does, takes and raises is said at its Java
 // declaration.
 
@@ -17,13 +19,8 @@ constexpr jint kUnregisterFailed = -90001;
 
 extern "C" {
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32ProductServiceImpl_win32RegisterUninstaller(
-    JNIEnv* env,
-    jobject,
-    jstring keyName,
-    jstring displayName,
-    jstring uninstallString) {
+NATIVE(void, Win32ProductServiceImpl, win32RegisterUninstaller)
+(JNIEnv* env, jobject, jstring keyName, jstring displayName, jstring uninstallString) {
   nativeFrame(env, kRegisterFailed, [&] {
     const WString key = textFromJava(env, keyName);
     const WString display = textFromJava(env, displayName);
@@ -32,12 +29,8 @@ Java_com_corvane_wizard_platform_win32_Win32ProductServiceImpl_win32RegisterUnin
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32ProductServiceImpl_win32UnregisterUninstaller(
-    JNIEnv* env,
-    jobject,
-    jstring keyName,
-    jstring otherKeyName) {
+NATIVE(void, Win32ProductServiceImpl, win32UnregisterUninstaller)
+(JNIEnv* env, jobject, jstring keyName, jstring otherKeyName) {
   nativeFrame(env, kUnregisterFailed, [&] {
     const WString key = textFromJava(env, keyName);
     const WString other = textFromJava(env, otherKeyName);

@@ -6,6 +6,8 @@
 #include "registry/registry_key.h"
 #include "security/admin_membership.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr const wchar_t* kUninstall = L"Uninstall";
@@ -68,3 +70,5 @@ void unregisterUninstaller(const WString& keyName, const WString& otherKeyName) 
   removeFromList(registry, root, otherKeyName);
   removeFromList(registry, root, keyName.substr(0, kMaximumLength));
 }
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 /// The entry of a product in the system's list of programs: a key below "Uninstall" with the values
 /// "DisplayName" and "UninstallString". It is the machine's; on the NT family the user's own when
 /// that user is no administrator or that cannot be told. Both throw Win32Failure; what is done
@@ -18,3 +20,5 @@ void registerUninstaller(const WString& keyName,
 /// Removes the entry with the whole `otherKeyName` and the one with the first 63 characters of
 /// `keyName`; what is not there is not missed.
 void unregisterUninstaller(const WString& keyName, const WString& otherKeyName);
+
+}  // namespace corvane

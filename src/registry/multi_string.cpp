@@ -5,6 +5,8 @@
 #include <limits>
 #include <stdexcept>
 
+namespace corvane {
+
 ByteBuffer packMultiString(const std::vector<WString>& texts) {
   size_t units = 1;
   for (const WString& text : texts) {
@@ -31,3 +33,5 @@ std::vector<WString> unpackMultiString(const wchar_t* data, size_t units) {
   }
   return texts;
 }
+
+}  // namespace corvane

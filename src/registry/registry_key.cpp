@@ -7,6 +7,8 @@
 #include "registry/registry_tree.h"
 #include "registry/scoped_registry_key.h"
 
+namespace corvane {
+
 namespace {
 
 /// The rights on the parent of a key that is deleted.
@@ -154,3 +156,5 @@ std::vector<WString> RegistryKey::getSubKeyNames(int root, const wchar_t* path) 
     return ansiOrWide(isWin9x_, RegEnumKeyA, RegEnumKeyW, key, index, name, length);
   });
 }
+
+}  // namespace corvane

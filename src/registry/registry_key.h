@@ -10,6 +10,8 @@
 #include "bridge/win32/text.h"
 #include "bridge/win32/win32_failure.h"
 
+namespace corvane {
+
 /// A registry function failed; the code is the Win32 error.
 class RegistryException : public Win32Failure {
  public:
@@ -129,3 +131,5 @@ class RegistryKey {
   /// Asked once; all operations of this object call the functions of the same family.
   const bool isWin9x_ = isWindows9x();
 };
+
+}  // namespace corvane

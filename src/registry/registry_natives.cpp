@@ -6,6 +6,8 @@
 #include "bridge/java/native_text.h"
 #include "registry/registry_key.h"
 
+using namespace corvane;
+
 // The natives of Win32RegistryServiceImpl. What each does, takes and raises is said at its Java
 // declaration; the work is RegistryKey's.
 
@@ -41,23 +43,16 @@ jint queryNumber(JNIEnv* env, jint root, jstring key, DWORD RegistryKeyInfo::*nu
 
 extern "C" {
 
-JNIEXPORT jboolean JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_keyExists(JNIEnv* env,
-                                                                          jobject,
-                                                                          jint root,
-                                                                          jstring key) {
+NATIVE(jboolean, Win32RegistryServiceImpl, keyExists)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return nativeFrame(env, kKeyExistsFailed, [&] {
     const JniString path(env, key);
     return toJavaBoolean(RegistryKey().keyExists(rootFromJava(root), path.get()));
   });
 }
 
-JNIEXPORT jboolean JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_valueExists(JNIEnv* env,
-                                                                            jobject,
-                                                                            jint root,
-                                                                            jstring key,
-                                                                            jstring name) {
+NATIVE(jboolean, Win32RegistryServiceImpl, valueExists)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name) {
   return nativeFrame(env, kValueExistsFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -66,12 +61,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_valueExists(JNIE
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_createKey(JNIEnv* env,
-                                                                          jobject,
-                                                                          jint root,
-                                                                          jstring key,
-                                                                          jstring subKey) {
+NATIVE(void, Win32RegistryServiceImpl, createKey)
+(JNIEnv* env, jobject, jint root, jstring key, jstring subKey) {
   return nativeFrame(env, kCreateKeyFailed, [&] {
     const JniString path(env, key);
     const JniString name(env, subKey);
@@ -79,13 +70,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_createKey(JNIEnv
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_deleteKey(JNIEnv* env,
-                                                                          jobject,
-                                                                          jint root,
-                                                                          jstring key,
-                                                                          jstring subKey,
-                                                                          jboolean mustExist) {
+NATIVE(void, Win32RegistryServiceImpl, deleteKey)
+(JNIEnv* env, jobject, jint root, jstring key, jstring subKey, jboolean mustExist) {
   return nativeFrame(env, kDeleteFailed, [&] {
     const JniString path(env, key);
     const JniString name(env, subKey);
@@ -93,13 +79,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_deleteKey(JNIEnv
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_deleteValue(JNIEnv* env,
-                                                                            jobject,
-                                                                            jint root,
-                                                                            jstring key,
-                                                                            jstring name,
-                                                                            jboolean mustExist) {
+NATIVE(void, Win32RegistryServiceImpl, deleteValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name, jboolean mustExist) {
   return nativeFrame(env, kDeleteFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -110,11 +91,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_deleteValue(JNIE
   });
 }
 
-JNIEXPORT jboolean JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_isKeyEmpty(JNIEnv* env,
-                                                                           jobject,
-                                                                           jint root,
-                                                                           jstring key) {
+NATIVE(jboolean, Win32RegistryServiceImpl, isKeyEmpty)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return nativeFrame(env, kQueryInfoFailed, [&] {
     const JniString path(env, key);
     const RegistryKeyInfo info = RegistryKey().queryInfo(rootFromJava(root), path.get());
@@ -122,76 +100,48 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_isKeyEmpty(JNIEn
   });
 }
 
-JNIEXPORT jint JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_countSubKeys(JNIEnv* env,
-                                                                             jobject,
-                                                                             jint root,
-                                                                             jstring key) {
+NATIVE(jint, Win32RegistryServiceImpl, countSubKeys)(JNIEnv* env, jobject, jint root, jstring key) {
   return queryNumber(env, root, key, &RegistryKeyInfo::subKeyCount);
 }
 
-JNIEXPORT jint JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_countValuesInKey(JNIEnv* env,
-                                                                                 jobject,
-                                                                                 jint root,
-                                                                                 jstring key) {
+NATIVE(jint, Win32RegistryServiceImpl, countValuesInKey)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return queryNumber(env, root, key, &RegistryKeyInfo::valueCount);
 }
 
-JNIEXPORT jint JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_longestSubKeyNameLength(
-    JNIEnv* env,
-    jobject,
-    jint root,
-    jstring key) {
+NATIVE(jint, Win32RegistryServiceImpl, longestSubKeyNameLength)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return queryNumber(env, root, key, &RegistryKeyInfo::maxSubKeyNameLength);
 }
 
-JNIEXPORT jint JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_longestValueNameLength(
-    JNIEnv* env,
-    jobject,
-    jint root,
-    jstring key) {
+NATIVE(jint, Win32RegistryServiceImpl, longestValueNameLength)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return queryNumber(env, root, key, &RegistryKeyInfo::maxValueNameLength);
 }
 
-JNIEXPORT jint JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_longestValueNameData(JNIEnv* env,
-                                                                                     jobject,
-                                                                                     jint root,
-                                                                                     jstring key) {
+NATIVE(jint, Win32RegistryServiceImpl, longestValueNameData)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return queryNumber(env, root, key, &RegistryKeyInfo::maxValueDataLength);
 }
 
-JNIEXPORT jobjectArray JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getSubkeyNames(JNIEnv* env,
-                                                                               jobject,
-                                                                               jint root,
-                                                                               jstring key) {
+NATIVE(jobjectArray, Win32RegistryServiceImpl, getSubkeyNames)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return nativeFrame(env, kGetSubKeyNamesFailed, [&] {
     const JniString path(env, key);
     return newJavaStringArray(env, RegistryKey().getSubKeyNames(rootFromJava(root), path.get()));
   });
 }
 
-JNIEXPORT jobjectArray JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getKeyValueNames(JNIEnv* env,
-                                                                                 jobject,
-                                                                                 jint root,
-                                                                                 jstring key) {
+NATIVE(jobjectArray, Win32RegistryServiceImpl, getKeyValueNames)
+(JNIEnv* env, jobject, jint root, jstring key) {
   return nativeFrame(env, kGetValueNamesFailed, [&] {
     const JniString path(env, key);
     return newJavaStringArray(env, RegistryKey().getValueNames(rootFromJava(root), path.get()));
   });
 }
 
-JNIEXPORT jint JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getValueType(JNIEnv* env,
-                                                                             jobject,
-                                                                             jint root,
-                                                                             jstring key,
-                                                                             jstring name) {
+NATIVE(jint, Win32RegistryServiceImpl, getValueType)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name) {
   return nativeFrame(env, kGetValueTypeFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -200,13 +150,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getValueType(JNI
   });
 }
 
-JNIEXPORT jstring JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getStringValue(JNIEnv* env,
-                                                                               jobject,
-                                                                               jint root,
-                                                                               jstring key,
-                                                                               jstring name,
-                                                                               jboolean expand) {
+NATIVE(jstring, Win32RegistryServiceImpl, getStringValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name, jboolean expand) {
   return nativeText(env, kGetValueFailed, [&](WString& text) {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -217,12 +162,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getStringValue(J
   });
 }
 
-JNIEXPORT jint JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_get32BitValue(JNIEnv* env,
-                                                                              jobject,
-                                                                              jint root,
-                                                                              jstring key,
-                                                                              jstring name) {
+NATIVE(jint, Win32RegistryServiceImpl, get32BitValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name) {
   return nativeFrame(env, kGetValueFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -231,12 +172,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_get32BitValue(JN
   });
 }
 
-JNIEXPORT jobjectArray JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getMultiStringValue(JNIEnv* env,
-                                                                                    jobject,
-                                                                                    jint root,
-                                                                                    jstring key,
-                                                                                    jstring name) {
+NATIVE(jobjectArray, Win32RegistryServiceImpl, getMultiStringValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name) {
   return nativeFrame(env, kGetMultiStringFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -246,12 +183,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getMultiStringVa
   });
 }
 
-JNIEXPORT jbyteArray JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getBinaryValue(JNIEnv* env,
-                                                                               jobject,
-                                                                               jint root,
-                                                                               jstring key,
-                                                                               jstring name) {
+NATIVE(jbyteArray, Win32RegistryServiceImpl, getBinaryValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name) {
   return nativeFrame(env, kGetBinaryFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -261,14 +194,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_getBinaryValue(J
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setStringValue(JNIEnv* env,
-                                                                               jobject,
-                                                                               jint root,
-                                                                               jstring key,
-                                                                               jstring name,
-                                                                               jboolean expandable,
-                                                                               jstring value) {
+NATIVE(void, Win32RegistryServiceImpl, setStringValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name, jboolean expandable, jstring value) {
   return nativeFrame(env, kSetStringFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -281,14 +208,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setStringValue(J
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setMultiStringValue(
-    JNIEnv* env,
-    jobject,
-    jint root,
-    jstring key,
-    jstring name,
-    jobjectArray values) {
+NATIVE(void, Win32RegistryServiceImpl, setMultiStringValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name, jobjectArray values) {
   return nativeFrame(env, kSetMultiStringFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -299,13 +220,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setMultiStringVa
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_set32BitValue(JNIEnv* env,
-                                                                              jobject,
-                                                                              jint root,
-                                                                              jstring key,
-                                                                              jstring name,
-                                                                              jint value) {
+NATIVE(void, Win32RegistryServiceImpl, set32BitValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name, jint value) {
   return nativeFrame(env, kSet32BitFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);
@@ -316,13 +232,8 @@ Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_set32BitValue(JN
   });
 }
 
-JNIEXPORT void JNICALL
-Java_com_corvane_wizard_platform_win32_Win32RegistryServiceImpl_setBinaryValue(JNIEnv* env,
-                                                                               jobject,
-                                                                               jint root,
-                                                                               jstring key,
-                                                                               jstring name,
-                                                                               jbyteArray data) {
+NATIVE(void, Win32RegistryServiceImpl, setBinaryValue)
+(JNIEnv* env, jobject, jint root, jstring key, jstring name, jbyteArray data) {
   return nativeFrame(env, kSetBinaryFailed, [&] {
     const JniString path(env, key);
     const JniString valueName(env, name);

@@ -9,6 +9,8 @@
 #include "registry/registry_result.h"
 #include "registry/scoped_registry_key.h"
 
+namespace corvane {
+
 namespace {
 
 /// The first attempt at reading, in UTF-16 units: most values fit, and need one query only.
@@ -193,3 +195,5 @@ WString RegistryKey::expanded(const WString& text) const {
   const uint32_t count = expandEnvironment(text.c_str(), out);
   return count == 0 ? WString() : boundedText(out.data<wchar_t>(), out.count());
 }
+
+}  // namespace corvane

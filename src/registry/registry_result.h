@@ -4,6 +4,8 @@
 
 #include "registry/registry_key.h"
 
+namespace corvane {
+
 // What the result of a registry function means. Each throws RegistryException for a failure.
 
 inline void throwUnlessSuccess(LSTATUS result) {
@@ -27,3 +29,5 @@ inline void throwUnlessDeleted(LSTATUS result, bool mustExist) {
     throwUnlessSuccess(result);
   }
 }
+
+}  // namespace corvane

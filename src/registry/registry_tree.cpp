@@ -9,6 +9,8 @@
 #include "bridge/win32/runtime_function.h"
 #include "registry/scoped_registry_key.h"
 
+namespace corvane {
+
 namespace {
 
 /// A key's name has at most 255 characters, and a terminator.
@@ -139,3 +141,5 @@ LSTATUS deleteRegistryTree9x(HKEY parent, const wchar_t* name) {
   const char* const ansi = text;
   return namesSubKey(ansi) ? RegDeleteKeyA(parent, ansi) : ERROR_BADKEY;
 }
+
+}  // namespace corvane

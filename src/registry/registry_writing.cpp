@@ -11,6 +11,8 @@
 #include "registry/registry_result.h"
 #include "registry/scoped_registry_key.h"
 
+namespace corvane {
+
 namespace {
 
 /// A text as it is handed to RegSetValueEx, between zeros. The system adds a terminator by itself
@@ -119,3 +121,5 @@ void RegistryKey::deleteValue(int root,
   throwUnlessDeleted(ansiOrWide(isWin9x_, RegDeleteValueA, RegDeleteValueW, key.get(), name),
                      mustExist);
 }
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 
 #include "bridge/win32/scoped_handle.h"
 
+namespace corvane {
+
 struct RegistryKeyTraits {
   using Handle = HKEY;
   /// Not null: also the predefined roots, and the null key of an unknown root number, are given
@@ -14,3 +16,5 @@ struct RegistryKeyTraits {
 
 /// An open registry key; closed with RegCloseKey.
 using ScopedRegistryKey = ScopedHandle<RegistryKeyTraits>;
+
+}  // namespace corvane

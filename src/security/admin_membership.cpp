@@ -8,6 +8,8 @@
 #include "bridge/win32/win32_failure.h"
 #include "security/advapi32.h"
 
+namespace corvane {
+
 namespace {
 
 /// The functions of the check, looked up in this order up to the first that is missing.
@@ -126,3 +128,5 @@ bool queryAdminMembership() {
   throwUnless(functions.find(advapi32()));
   return AdminCheck(functions).run();
 }
+
+}  // namespace corvane

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace corvane {
+
 /// Whether the current user is a member of the local group Administrators: that of the thread's
 /// token when the thread impersonates, otherwise of the process's. Membership alone counts, also
 /// where the group is for denying only (a filtered token).
@@ -8,3 +10,5 @@
 /// process's, which keeps it as long anyway. For the NT family. Win32: OpenThreadToken,
 /// OpenProcessToken, GetTokenInformation, EqualSid.
 bool queryAdminMembership();
+
+}  // namespace corvane

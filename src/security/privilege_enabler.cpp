@@ -4,6 +4,8 @@
 #include "bridge/win32/platform.h"
 #include "security/advapi32.h"
 
+namespace corvane {
+
 PrivilegeEnabler::PrivilegeEnabler(const char* privilege) noexcept
     : error_(isWindowsNT() ? enable(privilege) : ERROR_PROC_NOT_FOUND),
       enabled_(error_ == ERROR_SUCCESS) {}
@@ -45,3 +47,5 @@ DWORD PrivilegeEnabler::enable(const char* privilege) noexcept {
 void PrivilegeEnabler::adjust(HANDLE token) noexcept {
   adjustTokenPrivileges_(token, FALSE, &privileges_, DWORD{sizeof(privileges_)}, nullptr, nullptr);
 }
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 
 #include "bridge/win32/runtime_function.h"
 
+namespace corvane {
+
 /// Enables one privilege of the process for an operation. Nothing is raised: who must know reads
 /// `error()`.
 ///
@@ -43,3 +45,5 @@ class ShutdownPrivilegeEnabler : public PrivilegeEnabler {
  public:
   ShutdownPrivilegeEnabler() noexcept : PrivilegeEnabler("SeShutdownPrivilege") {}
 };
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "bridge/win32/platform.h"
 #include "security/admin_membership.h"
 
+using namespace corvane;
+
 // The natives of Win32SecurityServiceImpl. What each does and raises is said at its Java
 // declaration.
 
@@ -16,9 +18,7 @@ constexpr jint kIsAdminFailed = -110000;
 
 extern "C" {
 
-JNIEXPORT jboolean JNICALL
-Java_com_corvane_wizard_platform_win32_Win32SecurityServiceImpl_isCurrentUserAdmin(JNIEnv* env,
-                                                                                   jobject) {
+NATIVE(jboolean, Win32SecurityServiceImpl, isCurrentUserAdmin)(JNIEnv* env, jobject) {
   return nativeFrame(env, kIsAdminFailed, [] {
     return toJavaBoolean(isWindows9x() || queryAdminMembership());
   });

@@ -10,6 +10,8 @@
 #include "bridge/win32/runtime_function.h"
 #include "bridge/win32/text.h"
 
+using namespace corvane;
+
 // The natives of com.corvane.testing.Bridge. They run the library's own code inside its own frame,
 // as its exported functions do.
 

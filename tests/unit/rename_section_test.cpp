@@ -1,10 +1,12 @@
-#include "file/rename_section.h"
+#include "file/in_use/rename_section.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
 #include <vector>
+
+using namespace corvane;
 
 namespace {
 

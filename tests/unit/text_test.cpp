@@ -4,6 +4,8 @@
 
 #include <utility>
 
+using namespace corvane;
+
 namespace {
 
 TEST(Text, PathsEndInOneSeparator) {

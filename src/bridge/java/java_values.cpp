@@ -7,6 +7,8 @@
 #include "bridge/java/jni_string.h"
 #include "bridge/win32/win32_failure.h"
 
+namespace corvane {
+
 namespace {
 
 /// A length that Java can hold. Nothing that the system returns is longer; were it, no exact answer
@@ -102,3 +104,5 @@ ByteBuffer bytesFromJava(JNIEnv* env, jbyteArray bytes) {
   throwIfJavaExceptionPending(env);
   return buffer;
 }
+
+}  // namespace corvane

@@ -8,6 +8,8 @@
 #include "bridge/win32/byte_buffer.h"
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 /// Thrown where a JNI call failed: its Java exception is pending and is the one that Java sees. A
 /// JVM that failed without one is reported as an unexpected failure.
 struct PendingJavaException {};
@@ -69,3 +71,5 @@ constexpr jboolean toJavaBoolean(bool value) noexcept {
 constexpr bool fromJavaBoolean(jboolean value) noexcept {
   return value != JNI_FALSE;
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include "bridge/java/java_values.h"
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 namespace {
 
 /// The characters of a Java string while they are pinned. They are released in every case, also
@@ -41,3 +43,5 @@ JniString::JniString(JNIEnv* env, jstring string) {
 JniAnsiString::JniAnsiString(JNIEnv* env, jstring string) {
   wideToAnsi(JniString(env, string).get(), text_);
 }
+
+}  // namespace corvane

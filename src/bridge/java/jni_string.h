@@ -5,6 +5,8 @@
 #include "bridge/win32/byte_buffer.h"
 #include "bridge/win32/optional_text.h"
 
+namespace corvane {
+
 /// A Java string copied for the length of one native call, as NUL-terminated UTF-16. A string with
 /// an embedded NUL is cut there in effect.
 ///
@@ -43,3 +45,5 @@ class JniAnsiString {
  private:
   ByteBuffer text_;
 };
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "bridge/java/java_values.h"
 #include "bridge/java/native_frame.h"
 
+namespace corvane {
+
 /// The frame of a native that returns a text beside its exception too: what `work(text)` had put
 /// into `text` when it failed, empty if nothing. The Java string is made before the exception is
 /// raised. `code` is read when the work has failed, for work whose steps have codes of their own.
@@ -25,3 +27,5 @@ jstring nativeText(JNIEnv* env, const jint& code, const Work& work) noexcept {
     return result;
   });
 }
+
+}  // namespace corvane

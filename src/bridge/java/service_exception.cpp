@@ -4,6 +4,8 @@
 #include "bridge/win32/error_message.h"
 #include "bridge/win32/platform.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr const char* kCodeOnly = "(I)V";
@@ -110,3 +112,5 @@ void throwNotSupported(JNIEnv* env) noexcept {
     raise(env, env->NewObject(type.get(), type.constructor(), notSupportedCode(env, type.get())));
   }
 }
+
+}  // namespace corvane

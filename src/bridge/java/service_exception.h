@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace corvane {
+
 /// The only ways in which a failure reaches Java, as com.corvane.wizard.service.ServiceException.
 ///
 /// Each raises with Throw and returns; the native then returns its default value. When a Java
@@ -25,3 +27,5 @@ void throwServiceExceptionWithSeverity(JNIEnv* env, jint code, uint32_t messageI
 /// The operation does not exist on this Windows. The code is the class's static field
 /// OPERATION_NOT_SUPPORTED, or 0 when it has none.
 void throwNotSupported(JNIEnv* env) noexcept;
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "bridge/win32/platform.h"
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 /// A buffer that the system fills with text of either family: bytes or UTF-16 units.
 class TextBuffer {
  public:
@@ -56,3 +58,5 @@ template <class AnsiFunction, class WideFunction, class... Arguments>
 auto ansiOrWide(AnsiFunction* a, WideFunction* w, Arguments... arguments) {
   return ansiOrWide(isWindows9x(), a, w, arguments...);
 }
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 
 #include "bridge/win32/last_error.h"
 
+namespace corvane {
+
 ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
     : data_(std::move(other.data_)),
       count_(std::exchange(other.count_, 0)),
@@ -48,3 +50,5 @@ void ByteBuffer::truncate(uint32_t count) noexcept {
     count_ = count;
   }
 }
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <memory>
 
+namespace corvane {
+
 /// An owned, zero-filled block of `count` elements of `elementSize` bytes: 1 for ANSI text and raw
 /// data, 2 for UTF-16. `data()` is null exactly when both numbers are 0.
 class ByteBuffer {
@@ -43,3 +45,5 @@ class ByteBuffer {
   uint32_t count_ = 0;
   uint32_t elementSize_ = 0;
 };
+
+}  // namespace corvane

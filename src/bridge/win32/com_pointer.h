@@ -1,5 +1,7 @@
 #pragma once
 
+namespace corvane {
+
 /// The scoped owner of one reference to a COM interface; it is released at the end.
 template <class Interface>
 class ComPointer {
@@ -18,3 +20,5 @@ class ComPointer {
  private:
   Interface* pointer_;
 };
+
+}  // namespace corvane

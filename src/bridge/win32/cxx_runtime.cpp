@@ -2,6 +2,7 @@
 
 // What the C++ runtime would do otherwise, and an installer cannot have.
 
+namespace corvane {
 namespace {
 
 /// The runtime allocates its state at the first exception, once for the process and once for each
@@ -16,6 +17,7 @@ const bool exceptionsReady = [] {
 }();
 
 }  // namespace
+}  // namespace corvane
 
 #ifdef __GLIBCXX__
 // The runtime of g++ ends a program that it cannot go on with by printing the exception's name, for

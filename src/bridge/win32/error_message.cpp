@@ -2,12 +2,14 @@
 
 #include <windows.h>
 
-#include "bridge/win32/system_library.h"
 #include "bridge/win32/ansi_or_wide.h"
 #include "bridge/win32/last_error.h"
 #include "bridge/win32/message_inserts.h"
 #include "bridge/win32/platform.h"
 #include "bridge/win32/scoped_handle.h"
+#include "bridge/win32/system_library.h"
+
+namespace corvane {
 
 namespace {
 
@@ -75,3 +77,5 @@ WString formatErrorText(int32_t code, uint32_t messageId) {
   const LastErrorKeeper keeper;
   return std::to_wstring(code) + L": " + errorMessage(isWindows9x(), messageId);
 }
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace corvane {
+
 /// Gives the thread its last error back at the end of the scope, so that cleaning up never changes
 /// the error that is about to be reported.
 class LastErrorKeeper {
@@ -14,3 +16,5 @@ class LastErrorKeeper {
  private:
   const DWORD error_ = GetLastError();
 };
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 
 #include "bridge/win32/ansi_or_wide.h"
 
+namespace corvane {
+
 /// A language of no importance: texts with inserts are this library's own.
 constexpr DWORD kDefaultLanguage = MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT);
 
@@ -33,3 +35,5 @@ inline DWORD formatInserts(bool ansi,
                     size,
                     &list);
 }
+
+}  // namespace corvane

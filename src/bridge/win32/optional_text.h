@@ -5,6 +5,8 @@
 
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 /// An owned text that may be absent, as most texts that Java gives may: `get()` is null then, and
 /// null is what Windows is passed. This is the one form in which such a text is held, in lists too;
 /// handed on it is a `const wchar_t*`.
@@ -27,3 +29,5 @@ class OptionalText {
  private:
   std::unique_ptr<wchar_t[]> units_;
 };
+
+}  // namespace corvane

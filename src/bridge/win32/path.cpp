@@ -7,6 +7,8 @@
 
 #include "bridge/win32/ansi_or_wide.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr const wchar_t* kSeparators = L"\\/";
@@ -81,3 +83,5 @@ bool leadsUpwards(const WString& path) {
            component.find_first_not_of(L' ', dots + 2) == WString::npos;
   });
 }
+
+}  // namespace corvane

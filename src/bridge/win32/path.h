@@ -4,6 +4,8 @@
 
 #include "bridge/win32/text.h"
 
+namespace corvane {
+
 // What has to be known of a path before it is handed to the system.
 
 /// Whether there is a file or directory at `path`; the thread's last error says why not.
@@ -29,3 +31,5 @@ WString namedPath(const WString& path);
 
 /// Whether a component of the path is "..", with or without blanks around it.
 bool leadsUpwards(const WString& path);
+
+}  // namespace corvane

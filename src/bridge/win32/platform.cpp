@@ -4,6 +4,8 @@
 
 #include <optional>
 
+namespace corvane {
+
 namespace {
 
 /// The version record, or nothing when the system refuses both sizes of it: Windows 9x, and NT 4
@@ -53,3 +55,5 @@ bool isWindowsXPOrLater() {
          (version->dwMajorVersion > 5 ||
           (version->dwMajorVersion == 5 && version->dwMinorVersion >= 1));
 }
+
+}  // namespace corvane

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace corvane {
+
 /// Which Windows this is. Every predicate asks the system anew (GetVersionExA), and nothing is
 /// cached. When the system does not tell, all of them are false: the library then takes the wide
 /// functions and treats what only some versions have as absent.
@@ -16,3 +18,5 @@ bool isWindowsME();
 bool isWindows2000();
 
 bool isWindowsXPOrLater();
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace corvane {
+
 /// A system function that older Windows lack, looked up where it is used, so that the library loads
 /// everywhere:
 ///   const auto moveFileEx = RUNTIME_FUNCTION(kernel32, MoveFileExW);
@@ -37,3 +39,5 @@ class RuntimeFunction {
 
 /// The function in a module that is known by its handle; a null one has no functions.
 #define RUNTIME_FUNCTION_OF(handle, name) RuntimeFunction<decltype(&(name))>(handle, #name)
+
+}  // namespace corvane

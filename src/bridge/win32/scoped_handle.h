@@ -6,6 +6,8 @@
 
 #include "bridge/win32/last_error.h"
 
+namespace corvane {
+
 /// The scoped owner of one handle. `Traits` say what is owned:
 ///   using Handle = ...;
 ///   static Handle none();               // the value that owns nothing and is never closed
@@ -109,3 +111,5 @@ struct ViewTraits {
 
 /// A mapped view of a file; ended with UnmapViewOfFile.
 using ScopedView = ScopedHandle<ViewTraits>;
+
+}  // namespace corvane

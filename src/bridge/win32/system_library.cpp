@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+namespace corvane {
+
 namespace {
 
 /// The longest path that the loader of every Windows takes, with its NUL.
@@ -50,3 +52,5 @@ HMODULE loadSystemLibrary(const char* name, DWORD flags) noexcept {
   const SystemPath<char> path(GetSystemDirectoryA, name);
   return path ? LoadLibraryExA(path.get(), nullptr, flags) : nullptr;
 }
+
+}  // namespace corvane

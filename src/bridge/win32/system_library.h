@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace corvane {
+
 /// Loads a library of Windows by its full path in the system's directory. By its bare name, a file
 /// that stands beside the program or in another folder of the search path could be loaded in its
 /// place, with the rights of the installer. Null when it cannot be loaded; the thread's last error
@@ -12,3 +14,5 @@ HMODULE loadSystemLibrary(const wchar_t* name) noexcept;
 /// The same where the ANSI functions are called on every Windows.
 /// Win32: GetSystemDirectoryA, LoadLibraryExA.
 HMODULE loadSystemLibrary(const char* name, DWORD flags) noexcept;
+
+}  // namespace corvane

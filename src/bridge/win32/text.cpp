@@ -9,6 +9,8 @@
 
 #include "bridge/win32/win32_failure.h"
 
+namespace corvane {
+
 namespace {
 
 /// The length that tells the system's conversions to go up to the terminator and include it.
@@ -87,3 +89,5 @@ void appendPathSeparator(WString& path) {
     path += L'\\';
   }
 }
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 
 #include "bridge/win32/byte_buffer.h"
 
+namespace corvane {
+
 /// The library's UTF-16 string. All text that is built for Java or kept between system calls is
 /// one.
 using WString = std::wstring;
@@ -49,3 +51,5 @@ WString boundedTextFromAnsi(const char* data, size_t length);
 /// Makes `path` end in a separator: appends a backslash unless it ends in one or in a slash; an
 /// empty path becomes one backslash.
 void appendPathSeparator(WString& path);
+
+}  // namespace corvane

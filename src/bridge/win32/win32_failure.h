@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace corvane {
+
 /// The inner exception of the library: a piece of work failed for the reason that the system names.
 /// The native frame reports it to Java with the native's own code. Subsystems derive their own.
 class Win32Failure {
@@ -37,3 +39,5 @@ inline void throwUnless(bool succeeded) {
     throwLastError();
   }
 }
+
+}  // namespace corvane
