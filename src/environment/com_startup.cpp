@@ -7,6 +7,9 @@ namespace corvane {
 namespace {
 
 /// Constructed when the system attaches the library to the process, destroyed when it detaches it.
+/// Both happen under the loader's lock, where as a rule nothing is started: but the thread that
+/// loads the library is the only one that is known to be there, and its result is what decides
+/// later whether shortcuts are made. Starting COM needs no other thread, so nobody waits.
 class ComStartup {
  public:
   ComStartup() noexcept : result_(CoInitialize(nullptr)) {}

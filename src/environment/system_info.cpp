@@ -37,7 +37,7 @@ WString serviceLevel() {
 }
 
 WString bootDirectory() {
-  WString directory = RegistryKey().getStringValue(kLocalMachine,
+  WString directory = RegistryKey().getStringValue(RegistryRoot::kLocalMachine,
                                                    (WString(kCurrentVersion) + L"\\Setup").c_str(),
                                                    L"BootDir",
                                                    false);

@@ -24,8 +24,9 @@ bool isAdministrator() {
   }
 }
 
-int entryRoot() {
-  return isWindowsNT() && !isAdministrator() ? kCurrentUser : kLocalMachine;
+RegistryRoot entryRoot() {
+  return isWindowsNT() && !isAdministrator() ? RegistryRoot::kCurrentUser
+                                             : RegistryRoot::kLocalMachine;
 }
 
 WString listPath() {
@@ -38,7 +39,7 @@ WString entryPath(const WString& keyName) {
 
 /// Takes an entry out if it is there. Without a name there is none: the path would be the list
 /// itself.
-void removeFromList(const RegistryKey& registry, int root, const WString& keyName) {
+void removeFromList(const RegistryKey& registry, RegistryRoot root, const WString& keyName) {
   if (!keyName.empty() && registry.keyExists(root, entryPath(keyName).c_str())) {
     registry.deleteKey(root, listPath().c_str(), keyName.c_str(), false);
   }
@@ -53,8 +54,8 @@ void registerUninstaller(const WString& keyName,
     throw Win32Failure(ERROR_INVALID_PARAMETER);
   }
   const RegistryKey registry;
-  const int root = entryRoot();
-  if (root == kCurrentUser && !registry.keyExists(root, listPath().c_str())) {
+  const RegistryRoot root = entryRoot();
+  if (root == RegistryRoot::kCurrentUser && !registry.keyExists(root, listPath().c_str())) {
     registry.createKey(root, kCurrentVersion, kUninstall);
   }
   registry.createKey(root, listPath().c_str(), keyName.substr(0, kMaximumLength).c_str());
@@ -66,7 +67,7 @@ void registerUninstaller(const WString& keyName,
 
 void unregisterUninstaller(const WString& keyName, const WString& otherKeyName) {
   const RegistryKey registry;
-  const int root = entryRoot();
+  const RegistryRoot root = entryRoot();
   removeFromList(registry, root, otherKeyName);
   removeFromList(registry, root, keyName.substr(0, kMaximumLength));
 }

@@ -17,17 +17,17 @@ constexpr REGSAM kDeleteSubKey = DELETE | READ_CONTROL | KEY_SET_VALUE | KEY_CRE
 /// Names are enumerated into a buffer of this many elements.
 constexpr DWORD kNameElements = 1024;
 
-HKEY predefinedKey(int root) noexcept {
+HKEY predefinedKey(RegistryRoot root) noexcept {
   switch (root) {
-    case 1:
+    case RegistryRoot::kClassesRoot:
       return HKEY_CLASSES_ROOT;
-    case 2:
+    case RegistryRoot::kCurrentConfig:
       return HKEY_CURRENT_CONFIG;
-    case 3:
+    case RegistryRoot::kCurrentUser:
       return HKEY_CURRENT_USER;
-    case 4:
+    case RegistryRoot::kLocalMachine:
       return HKEY_LOCAL_MACHINE;
-    case 5:
+    case RegistryRoot::kUsers:
       return HKEY_USERS;
     default:
       return nullptr;
@@ -56,11 +56,14 @@ std::vector<WString> enumerateNames(bool ansi, const Next& next) {
 
 }  // namespace
 
-int rootFromJava(int root) noexcept {
-  return root >= 1 && root <= 5 ? root : -1;
+RegistryRoot rootFromJava(int root) noexcept {
+  return root >= 1 && root <= 5 ? RegistryRoot{root} : RegistryRoot::kNone;
 }
 
-LSTATUS RegistryKey::tryOpen(int root, const wchar_t* path, REGSAM access, HKEY& key) const {
+LSTATUS RegistryKey::tryOpen(RegistryRoot root,
+                             const wchar_t* path,
+                             REGSAM access,
+                             HKEY& key) const {
   key = predefinedKey(root);
   if (path == nullptr) {
     return ERROR_SUCCESS;
@@ -68,13 +71,13 @@ LSTATUS RegistryKey::tryOpen(int root, const wchar_t* path, REGSAM access, HKEY&
   return ansiOrWide(isWin9x_, RegOpenKeyExA, RegOpenKeyExW, key, path, DWORD{0}, access, &key);
 }
 
-HKEY RegistryKey::openKey(int root, const wchar_t* path, REGSAM access) const {
+HKEY RegistryKey::openKey(RegistryRoot root, const wchar_t* path, REGSAM access) const {
   HKEY key = nullptr;
   throwUnlessSuccess(tryOpen(root, path, access, key));
   return key;
 }
 
-bool RegistryKey::keyExists(int root, const wchar_t* path) const {
+bool RegistryKey::keyExists(RegistryRoot root, const wchar_t* path) const {
   HKEY key = nullptr;
   const LSTATUS result = tryOpen(root, path, KEY_QUERY_VALUE, key);
   if (result == ERROR_SUCCESS) {
@@ -83,7 +86,9 @@ bool RegistryKey::keyExists(int root, const wchar_t* path) const {
   return foundOrMissing(result);
 }
 
-void RegistryKey::createKey(int root, const wchar_t* parentPath, const wchar_t* name) const {
+void RegistryKey::createKey(RegistryRoot root,
+                            const wchar_t* parentPath,
+                            const wchar_t* name) const {
   const ScopedRegistryKey parent(openKey(root, parentPath, KEY_CREATE_SUB_KEY));
   HKEY created = nullptr;
   throwUnlessSuccess(ansiOrWide(isWin9x_,
@@ -101,7 +106,7 @@ void RegistryKey::createKey(int root, const wchar_t* parentPath, const wchar_t* 
   ScopedRegistryKey(created).close();
 }
 
-void RegistryKey::deleteKey(int root,
+void RegistryKey::deleteKey(RegistryRoot root,
                             const wchar_t* parentPath,
                             const wchar_t* name,
                             bool mustExist) const {
@@ -111,7 +116,7 @@ void RegistryKey::deleteKey(int root,
                      mustExist);
 }
 
-RegistryKeyInfo RegistryKey::queryInfo(int root, const wchar_t* path) const {
+RegistryKeyInfo RegistryKey::queryInfo(RegistryRoot root, const wchar_t* path) const {
   RegistryKeyInfo info;
   const HKEY key = openKey(root, path, KEY_QUERY_VALUE);  // stays open: see the header
   throwUnlessSuccess(ansiOrWide(isWin9x_,
@@ -132,7 +137,7 @@ RegistryKeyInfo RegistryKey::queryInfo(int root, const wchar_t* path) const {
   return info;
 }
 
-std::vector<WString> RegistryKey::getValueNames(int root, const wchar_t* path) const {
+std::vector<WString> RegistryKey::getValueNames(RegistryRoot root, const wchar_t* path) const {
   const HKEY key = openKey(root, path, KEY_QUERY_VALUE);  // stays open: see the header
   return enumerateNames(isWin9x_, [&](DWORD index, TextBuffer name, DWORD& length) {
     DWORD type = 0;
@@ -150,7 +155,7 @@ std::vector<WString> RegistryKey::getValueNames(int root, const wchar_t* path) c
   });
 }
 
-std::vector<WString> RegistryKey::getSubKeyNames(int root, const wchar_t* path) const {
+std::vector<WString> RegistryKey::getSubKeyNames(RegistryRoot root, const wchar_t* path) const {
   const HKEY key = openKey(root, path, KEY_READ);  // stays open: see the header
   return enumerateNames(isWin9x_, [&](DWORD index, TextBuffer name, DWORD& length) {
     return ansiOrWide(isWin9x_, RegEnumKeyA, RegEnumKeyW, key, index, name, length);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/expand_environment.h"
 #include "registry/multi_string.h"
 #include "registry/registry_key.h"
 #include "registry/registry_result.h"
@@ -17,42 +18,10 @@ namespace {
 constexpr uint32_t kStringUnits = 256;
 constexpr uint32_t kMultiStringUnits = 1024;
 
-/// The size of the buffer that only asks ExpandEnvironmentStrings how much it needs.
-constexpr DWORD kScratchSize = 4;
-
 void throwUnlessType(DWORD type, DWORD expected) {
   if (type != expected) {
     throw RegistryException(ERROR_INVALID_DATATYPE);
   }
-}
-
-uint32_t expandWide(const wchar_t* text, ByteBuffer& out) {
-  wchar_t scratch[kScratchSize];
-  const DWORD count = ExpandEnvironmentStringsW(text, scratch, kScratchSize);
-  if (count == 0) {
-    return 0;
-  }
-  out.allocate(count, sizeof(wchar_t));
-  return ExpandEnvironmentStringsW(text, out.data<wchar_t>(), out.count());
-}
-
-uint32_t expandAnsi(const wchar_t* text, ByteBuffer& out) {
-  ByteBuffer ansi;
-  if (wideToAnsi(text, ansi) == 0) {
-    return 0;
-  }
-  char scratch[kScratchSize];
-  DWORD count = ExpandEnvironmentStringsA(ansi.data<char>(), scratch, kScratchSize);
-  if (count == 0) {
-    return 0;
-  }
-  ByteBuffer expanded;
-  expanded.allocate(count, sizeof(char));
-  const auto* bytes = expanded.data<char>();
-  count = ExpandEnvironmentStringsA(ansi.data<char>(), expanded.data<char>(), expanded.count());
-  // Through a string, because an environment that grew in between leaves no terminator.
-  ansiToWide(std::string(bytes, strnlen(bytes, expanded.count())).c_str(), out);
-  return count;
 }
 
 }  // namespace
@@ -89,7 +58,7 @@ LSTATUS RegistryKey::queryValue(HKEY key, const wchar_t* name, Value& value) con
 
 /// Reads a value into a buffer of `units` UTF-16 units, or, when it does not fit, of the size that
 /// the system then asks for; once, so that a value that keeps growing ends in ERROR_MORE_DATA.
-RegistryKey::Value RegistryKey::readValue(int root,
+RegistryKey::Value RegistryKey::readValue(RegistryRoot root,
                                           const wchar_t* path,
                                           const wchar_t* name,
                                           uint32_t units) const {
@@ -112,7 +81,7 @@ WString RegistryKey::textOf(const Value& value) const {
                   : boundedText(value.data.data<wchar_t>(), value.size / sizeof(wchar_t));
 }
 
-bool RegistryKey::valueExists(int root, const wchar_t* path, const wchar_t* name) const {
+bool RegistryKey::valueExists(RegistryRoot root, const wchar_t* path, const wchar_t* name) const {
   HKEY opened = nullptr;
   LSTATUS result = tryOpen(root, path, KEY_QUERY_VALUE, opened);
   if (result == ERROR_SUCCESS) {
@@ -122,27 +91,29 @@ bool RegistryKey::valueExists(int root, const wchar_t* path, const wchar_t* name
   return foundOrMissing(result);
 }
 
-DWORD RegistryKey::getValueType(int root, const wchar_t* path, const wchar_t* name) const {
+DWORD RegistryKey::getValueType(RegistryRoot root, const wchar_t* path, const wchar_t* name) const {
   DWORD type = 0;
   const ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
   throwUnlessSuccess(query(key.get(), name, &type, nullptr, nullptr));
   return type;
 }
 
-WString RegistryKey::getStringValue(int root,
+WString RegistryKey::getStringValue(RegistryRoot root,
                                     const wchar_t* path,
                                     const wchar_t* name,
                                     bool expand) const {
   const Value value = readValue(root, path, name, kStringUnits);
   WString text = textOf(value);
   if (value.type == REG_EXPAND_SZ) {
-    return expand ? expanded(text) : text;
+    return expand ? expandedText(isWin9x_, text) : text;
   }
   throwUnlessType(value.type, REG_SZ);
   return text;
 }
 
-uint32_t RegistryKey::get32BitValue(int root, const wchar_t* path, const wchar_t* name) const {
+uint32_t RegistryKey::get32BitValue(RegistryRoot root,
+                                    const wchar_t* path,
+                                    const wchar_t* name) const {
   DWORD type = 0;
   DWORD number = 0xFFFF;  // what a value shorter than four bytes leaves in place
   DWORD size = sizeof(number);
@@ -152,7 +123,9 @@ uint32_t RegistryKey::get32BitValue(int root, const wchar_t* path, const wchar_t
   return number;
 }
 
-ByteBuffer RegistryKey::getBinaryValue(int root, const wchar_t* path, const wchar_t* name) const {
+ByteBuffer RegistryKey::getBinaryValue(RegistryRoot root,
+                                       const wchar_t* path,
+                                       const wchar_t* name) const {
   Value value;
   ScopedRegistryKey key(openKey(root, path, KEY_QUERY_VALUE));
   throwUnlessSuccess(query(key.get(), name, nullptr, nullptr, &value.size));
@@ -164,7 +137,7 @@ ByteBuffer RegistryKey::getBinaryValue(int root, const wchar_t* path, const wcha
   return std::move(value.data);
 }
 
-std::vector<WString> RegistryKey::getMultiStringValue(int root,
+std::vector<WString> RegistryKey::getMultiStringValue(RegistryRoot root,
                                                       const wchar_t* path,
                                                       const wchar_t* name) const {
   Value value = readValue(root, path, name, kMultiStringUnits);
@@ -184,16 +157,6 @@ std::vector<WString> RegistryKey::getMultiStringValue(int root,
   const uint32_t units = ansiToWideN(value.data.data<char>(), length, wide);
   throwUnlessConverted(units);
   return unpackMultiString(wide.data<wchar_t>(), std::min(value.size, DWORD{units}));
-}
-
-uint32_t RegistryKey::expandEnvironment(const wchar_t* text, ByteBuffer& out) const {
-  return isWin9x_ ? expandAnsi(text, out) : expandWide(text, out);
-}
-
-WString RegistryKey::expanded(const WString& text) const {
-  ByteBuffer out;
-  const uint32_t count = expandEnvironment(text.c_str(), out);
-  return count == 0 ? WString() : boundedText(out.data<wchar_t>(), out.count());
 }
 
 }  // namespace corvane

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "registry/registry_key.h"
+#include "registry/registry_exception.h"
 
 namespace corvane {
 

@@ -72,7 +72,7 @@ LSTATUS RegistryKey::setValue(HKEY key,
                     static_cast<DWORD>(byteLength));
 }
 
-void RegistryKey::setStringValue(int root,
+void RegistryKey::setStringValue(RegistryRoot root,
                                  const wchar_t* path,
                                  const wchar_t* name,
                                  bool expandable,
@@ -83,7 +83,7 @@ void RegistryKey::setStringValue(int root,
   throwUnlessSuccess(setValue(key.get(), name, type, stored.data(), stored.byteLength()));
 }
 
-void RegistryKey::set32BitValue(int root,
+void RegistryKey::set32BitValue(RegistryRoot root,
                                 const wchar_t* path,
                                 const wchar_t* name,
                                 uint32_t value) const {
@@ -91,7 +91,7 @@ void RegistryKey::set32BitValue(int root,
   throwUnlessSuccess(setValue(key.get(), name, REG_DWORD, &value, sizeof(value)));
 }
 
-void RegistryKey::setBinaryValue(int root,
+void RegistryKey::setBinaryValue(RegistryRoot root,
                                  const wchar_t* path,
                                  const wchar_t* name,
                                  const ByteBuffer& bytes) const {
@@ -99,7 +99,7 @@ void RegistryKey::setBinaryValue(int root,
   throwUnlessSuccess(setValue(key.get(), name, REG_BINARY, bytes.data(), bytes.byteLength()));
 }
 
-void RegistryKey::setMultiStringValue(int root,
+void RegistryKey::setMultiStringValue(RegistryRoot root,
                                       const wchar_t* path,
                                       const wchar_t* name,
                                       const std::vector<WString>& texts) const {
@@ -113,7 +113,7 @@ void RegistryKey::setMultiStringValue(int root,
   throwUnlessSuccess(setValue(key.get(), name, REG_MULTI_SZ, packed.data(), packed.byteLength()));
 }
 
-void RegistryKey::deleteValue(int root,
+void RegistryKey::deleteValue(RegistryRoot root,
                               const wchar_t* path,
                               const wchar_t* name,
                               bool mustExist) const {

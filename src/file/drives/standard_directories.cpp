@@ -37,7 +37,7 @@ bool findDirectory(bool ansi, WString& directory, const Fill& fill) {
 }
 
 WString currentVersionValue(const wchar_t* name) {
-  return RegistryKey().getStringValue(kLocalMachine, kCurrentVersion, name, false);
+  return RegistryKey().getStringValue(RegistryRoot::kLocalMachine, kCurrentVersion, name, false);
 }
 
 /// Whether a file can be made in the directory, and deleted again. Of a drive alone it would be the
