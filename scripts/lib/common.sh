@@ -12,7 +12,8 @@ cache=${CORVANE_CACHE:-$HOME/.cache/corvane-win32}
 mkdir -p "$cache"
 cache=$(cd "$cache" && pwd)
 
-for part in versions packages downloads locale wine java build lint report library_checks; do
+for part in versions packages downloads locale wine java build tests lint report library_checks \
+  sandbox; do
   # shellcheck source=/dev/null
   . "$project/scripts/lib/$part.sh"
 done
