@@ -47,6 +47,7 @@ constexpr std::string_view kAccountNames[] = {
     "pinned string",
     "unobtained string",
     "local reference",
+    "global reference",
     "handle",
     "search",
     "view",

@@ -17,6 +17,7 @@ enum class Account {
   kPinnedString,
   kUnobtainedString,
   kLocalReference,
+  kGlobalReference,
   /// A file or a mapping: both end with CloseHandle.
   kHandle,
   kSearch,

@@ -1,6 +1,7 @@
 #include <com_corvane_testing_Bridge.h>
 #include <windows.h>
 
+#include "bridge/java/java_object.h"
 #include "bridge/java/java_values.h"
 #include "bridge/java/jni_string.h"
 #include "bridge/java/native_frame.h"
@@ -28,7 +29,49 @@ jbyteArray newArray(JNIEnv* env, const void* data, size_t length) {
   return array;
 }
 
+/// The calls of JavaObject, by the number that Java gives. What returns an object answers with that
+/// object's text.
+WString callMethod(const JavaObject& object, jint call, const WString& name, JNIEnv* env) {
+  switch (call) {
+    case 0:
+      return object.callStringMethod(name);
+    case 1:
+      return JavaObject(env, object.callObjectMethod(name, "java/lang/Object").get())
+          .callStringMethod(L"toString");
+    case 2:
+      object.callVoidMethodInt(name, -7);
+      break;
+    case 3:
+      object.callVoidMethod(name);
+      break;
+    default:
+      object.callVoidMethodString(name, L"text\u00E9");
+  }
+  return {};
+}
+
 }  // namespace
+
+JNIEXPORT jstring JNICALL Java_com_corvane_testing_Bridge_callMethod(JNIEnv* env,
+                                                                     jclass,
+                                                                     jobject target,
+                                                                     jint call,
+                                                                     jstring name) {
+  return nativeFrame(env, kProbeFailed, [&] {
+    const WString method = textFromJava(env, name);
+    WString answer;
+    try {
+      answer = callMethod(JavaObject(env, target), call, method, env);
+    } catch (const JavaException& failure) {
+      if (failure.throwable() != nullptr) {
+        throw;
+      }
+      answer = failure.message() + (env->ExceptionCheck() != JNI_FALSE ? L", pending" : L"");
+      env->ExceptionClear();
+    }
+    return newJavaString(env, answer);
+  });
+}
 
 JNIEXPORT jint JNICALL Java_com_corvane_testing_Bridge_predicates(JNIEnv*, jclass) {
   using Predicate = bool (*)();

@@ -22,14 +22,16 @@ constexpr bool kAllowed = true;
 // In C++ the variadic calls go through the entries that end in V.
 constexpr JniFunction kFunctions[] = {
     {ENTRY(FindClass), kNoClass, kNewLocal},
-    {ENTRY(GetObjectClass), nullptr, kNewLocal},
+    {ENTRY(GetObjectClass), kNoMemory, kNewLocal},
     {ENTRY(GetMethodID), kNoMethod},
     {ENTRY(GetStaticMethodID), kNoMethod},
     {ENTRY(GetFieldID), kNoField},
     {ENTRY(GetStaticFieldID), kNoField},
     {ENTRY(GetStaticIntField)},
     {ENTRY(NewObjectV), kNoMemory, kNewLocal},
+    {ENTRY(CallObjectMethodV), kThrown, kNewLocal},
     {ENTRY(CallBooleanMethodV), kThrown},
+    {ENTRY(CallIntMethodV), kThrown},
     {ENTRY(CallVoidMethodV), kThrown},
 
     {ENTRY(NewString), kNoMemory, kNewLocal},
@@ -45,9 +47,12 @@ constexpr JniFunction kFunctions[] = {
     {ENTRY(GetByteArrayRegion), kBounds},
     {ENTRY(SetByteArrayRegion), kBounds},
 
+    {ENTRY(NewGlobalRef), kNoMemory, opensResult(Account::kGlobalReference)},
+    {ENTRY(DeleteGlobalRef), nullptr, closes(Account::kGlobalReference, 1), kAllowed},
     {ENTRY(DeleteLocalRef), nullptr, closes(Account::kLocalReference, 1), kAllowed},
 
     {ENTRY(Throw)},
+    {ENTRY(ExceptionOccurred), nullptr, kNewLocal, kAllowed},
     {ENTRY(ExceptionCheck), nullptr, {}, kAllowed},
     {ENTRY(ExceptionClear), nullptr, {}, kAllowed},
 };

@@ -4,6 +4,7 @@
 
 #include <climits>
 
+#include "bridge/java/java_array.h"
 #include "bridge/java/jni_string.h"
 #include "bridge/win32/win32_failure.h"
 
@@ -11,37 +12,20 @@ namespace corvane {
 
 namespace {
 
-/// A length that Java can hold. Nothing that the system returns is longer; were it, no exact answer
-/// could be given.
-jsize javaLength(size_t length) {
-  if (length > INT_MAX) {
-    throw Win32Failure(ERROR_ARITHMETIC_OVERFLOW);
-  }
-  return static_cast<jsize>(length);
-}
-
-/// Owns what a JNI function made; throws when it made nothing.
-template <class Reference>
-LocalReference<Reference> made(JNIEnv* env, Reference reference) {
-  if (reference == nullptr) {
-    throw PendingJavaException();
-  }
-  return {env, reference};
-}
-
 void requireArray(jarray array) {
   if (array == nullptr) {
     throw Win32Failure(ERROR_INVALID_PARAMETER);
   }
 }
 
-WString elementText(JNIEnv* env, jobjectArray strings, jsize index) {
-  const LocalReference element(env, env->GetObjectArrayElement(strings, index));
-  throwIfJavaExceptionPending(env);
-  return textFromJava(env, static_cast<jstring>(element.get()));
-}
-
 }  // namespace
+
+jsize javaLength(size_t length) {
+  if (length > INT_MAX) {
+    throw Win32Failure(ERROR_ARITHMETIC_OVERFLOW);
+  }
+  return static_cast<jsize>(length);
+}
 
 void throwIfJavaExceptionPending(JNIEnv* env) {
   if (env->ExceptionCheck() != JNI_FALSE) {
@@ -59,14 +43,9 @@ jobjectArray newJavaStringArray(JNIEnv* env,
                                 const wchar_t* initial) {
   const auto type = made(env, env->FindClass("java/lang/String"));
   const LocalReference first(env, initial == nullptr ? nullptr : newJavaString(env, initial));
-  auto array = made(env, env->NewObjectArray(javaLength(texts.size()), type.get(), first.get()));
-  jsize index = 0;
-  for (const WString& text : texts) {
-    const auto element = made(env, newJavaString(env, text));
-    env->SetObjectArrayElement(array.get(), index++, element.get());
-    throwIfJavaExceptionPending(env);
-  }
-  return array.release();
+  return newJavaArray(env, type.get(), texts, first.get(), [env](const WString& text) {
+    return newJavaString(env, text);
+  });
 }
 
 jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes) {
@@ -86,13 +65,9 @@ WString textFromJava(JNIEnv* env, jstring string) {
 
 std::vector<WString> textsFromJava(JNIEnv* env, jobjectArray strings) {
   requireArray(strings);
-  const jsize length = env->GetArrayLength(strings);
-  std::vector<WString> texts;
-  texts.reserve(static_cast<size_t>(length));
-  for (jsize index = 0; index < length; ++index) {
-    texts.push_back(elementText(env, strings, index));
-  }
-  return texts;
+  return readJavaArray(env, strings, [env](jobject string) {
+    return textFromJava(env, static_cast<jstring>(string));
+  });
 }
 
 ByteBuffer bytesFromJava(JNIEnv* env, jbyteArray bytes) {

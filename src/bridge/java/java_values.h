@@ -2,9 +2,9 @@
 
 #include <jni.h>
 
-#include <utility>
 #include <vector>
 
+#include "bridge/java/java_reference.h"
 #include "bridge/win32/byte_buffer.h"
 #include "bridge/win32/text.h"
 
@@ -17,30 +17,18 @@ struct PendingJavaException {};
 /// Throws PendingJavaException when a Java exception is pending.
 void throwIfJavaExceptionPending(JNIEnv* env);
 
-/// The scoped owner of one local reference, so that a loop never fills the JVM's table.
+/// Owns what a JNI function made; throws PendingJavaException when it made nothing.
 template <class Reference>
-class LocalReference {
- public:
-  LocalReference(JNIEnv* env, Reference reference) noexcept : env_(env), reference_(reference) {}
-  LocalReference(LocalReference&& other) noexcept
-      : env_(other.env_), reference_(std::exchange(other.reference_, nullptr)) {}
-  LocalReference(const LocalReference&) = delete;
-  LocalReference& operator=(const LocalReference&) = delete;
-  LocalReference& operator=(LocalReference&&) = delete;
-  ~LocalReference() {
-    if (reference_ != nullptr) {
-      env_->DeleteLocalRef(reference_);
-    }
+LocalReference<Reference> made(JNIEnv* env, Reference reference) {
+  if (reference == nullptr) {
+    throw PendingJavaException();
   }
+  return {env, reference};
+}
 
-  explicit operator bool() const noexcept { return reference_ != nullptr; }
-  Reference get() const noexcept { return reference_; }
-  [[nodiscard]] Reference release() noexcept { return std::exchange(reference_, nullptr); }
-
- private:
-  JNIEnv* env_;
-  Reference reference_;
-};
+/// A length that Java can hold. Nothing that the system returns is longer; were it, no exact answer
+/// could be given, and Win32Failure is thrown.
+jsize javaLength(size_t length);
 
 // Values for Java. Each returns a new local reference for the native to return, and throws
 // PendingJavaException when the JVM has none to give.

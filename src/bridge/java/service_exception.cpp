@@ -1,6 +1,6 @@
 #include "bridge/java/service_exception.h"
 
-#include "bridge/java/java_values.h"
+#include "bridge/java/java_class.h"
 #include "bridge/win32/error_message.h"
 #include "bridge/win32/platform.h"
 
@@ -8,44 +8,28 @@ namespace corvane {
 
 namespace {
 
-constexpr const char* kCodeOnly = "(I)V";
-constexpr const char* kCodeAndMessage = "(ILjava/lang/String;)V";
+constexpr const char* kServiceException = "com/corvane/wizard/service/ServiceException";
 constexpr jint kSevere = 1;
 
-/// The class of the exception and the constructor that is wanted. Without either, the Java error
-/// that the look-up left is what Java sees.
-class ExceptionClass {
- public:
-  ExceptionClass(JNIEnv* env, const char* constructor)
-      : class_(env, env->FindClass("com/corvane/wizard/service/ServiceException")),
-        constructor_(class_ ? env->GetMethodID(class_.get(), "<init>", constructor) : nullptr) {}
-
-  explicit operator bool() const noexcept { return constructor_ != nullptr; }
-  jclass get() const noexcept { return class_.get(); }
-  jmethodID constructor() const noexcept { return constructor_; }
-
- private:
-  LocalReference<jclass> class_;
-  jmethodID constructor_;
-};
+// Without the class or the constructor that is wanted, the Java error that the look-up left is what
+// Java sees.
 
 bool isPending(JNIEnv* env) {
   return env->ExceptionCheck() != JNI_FALSE;
 }
 
-void raise(JNIEnv* env, jobject exception) {
-  const LocalReference owner(env, static_cast<jthrowable>(exception));
-  if (owner && !isPending(env)) {
-    env->Throw(owner.get());
+void raise(JNIEnv* env, const LocalReference<jobject>& exception) {
+  if (exception && !isPending(env)) {
+    env->Throw(static_cast<jthrowable>(exception.get()));
   }
 }
 
 /// Tells the exception its severity. A class that has none, or refuses it, is none the worse for
 /// it.
-void setSeverity(JNIEnv* env, const ExceptionClass& type, jobject exception) {
-  const jmethodID setter = env->GetMethodID(type.get(), "setSeverity", "(I)V");
-  if (setter != nullptr) {
-    env->CallVoidMethod(exception, setter, kSevere);
+void setSeverity(JNIEnv* env, jclass type, jobject exception) {
+  const JavaMethod<void(jint)> setter(env, type, "setSeverity", "(I)V");
+  if (setter) {
+    setter.invoke(exception, kSevere);
   }
   if (isPending(env)) {
     env->ExceptionClear();
@@ -57,8 +41,9 @@ void raiseWithMessage(JNIEnv* env, jint code, uint32_t messageId, bool severe) {
     return;
   }
   const bool windows9x = isWindows9x();
-  const ExceptionClass type(env, kCodeAndMessage);
-  if (!type) {
+  const JavaClass type(env, kServiceException);
+  const JavaConstructor<jint, jstring> construct(env, type.get(), "(ILjava/lang/String;)V");
+  if (!construct) {
     return;
   }
   const WString text = errorMessage(windows9x, messageId);
@@ -68,32 +53,36 @@ void raiseWithMessage(JNIEnv* env, jint code, uint32_t messageId, bool severe) {
   if (isPending(env)) {
     return;
   }
-  const jobject exception = env->NewObject(type.get(), type.constructor(), code, message.get());
-  if (severe && exception != nullptr) {
-    setSeverity(env, type, exception);
+  const LocalReference<jobject> exception = construct(code, message.get());
+  if (severe && exception) {
+    setSeverity(env, type.get(), exception.get());
   }
   raise(env, exception);
 }
 
+/// Raises with the code alone, which `codeIn(type)` gives.
+template <class Code>
+void raiseCode(JNIEnv* env, const Code& codeIn) {
+  if (isPending(env)) {
+    return;
+  }
+  const JavaClass type(env, kServiceException);
+  const JavaConstructor<jint> construct(env, type.get(), "(I)V");
+  if (construct) {
+    raise(env, construct(codeIn(type.get())));
+  }
+}
+
 /// The code of an operation that is not supported; 0 when the class does not name one.
 jint notSupportedCode(JNIEnv* env, jclass type) {
-  const jfieldID field = env->GetStaticFieldID(type, "OPERATION_NOT_SUPPORTED", "I");
-  if (field == nullptr) {
-    env->ExceptionClear();
-    return 0;
-  }
-  return env->GetStaticIntField(type, field);
+  const JavaStaticInt code(env, type, "OPERATION_NOT_SUPPORTED");
+  return isFound(env, code) ? code.get() : 0;
 }
 
 }  // namespace
 
 void throwServiceException(JNIEnv* env, jint code) noexcept {
-  if (isPending(env)) {
-    return;
-  }
-  if (const ExceptionClass type(env, kCodeOnly); type) {
-    raise(env, env->NewObject(type.get(), type.constructor(), code));
-  }
+  raiseCode(env, [&](jclass) { return code; });
 }
 
 void throwServiceException(JNIEnv* env, jint code, uint32_t messageId) {
@@ -105,12 +94,7 @@ void throwServiceExceptionWithSeverity(JNIEnv* env, jint code, uint32_t messageI
 }
 
 void throwNotSupported(JNIEnv* env) noexcept {
-  if (isPending(env)) {
-    return;
-  }
-  if (const ExceptionClass type(env, kCodeOnly); type) {
-    raise(env, env->NewObject(type.get(), type.constructor(), notSupportedCode(env, type.get())));
-  }
+  raiseCode(env, [&](jclass type) { return notSupportedCode(env, type); });
 }
 
 }  // namespace corvane

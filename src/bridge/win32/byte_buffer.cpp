@@ -3,8 +3,6 @@
 #include <cstring>
 #include <utility>
 
-#include "bridge/win32/last_error.h"
-
 namespace corvane {
 
 ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
@@ -34,7 +32,6 @@ void ByteBuffer::allocate(uint32_t count, uint32_t elementSize) {
 }
 
 void ByteBuffer::release() noexcept {
-  const LastErrorKeeper keeper;
   data_.reset();
   count_ = 0;
   elementSize_ = 0;

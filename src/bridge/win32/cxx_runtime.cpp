@@ -1,4 +1,7 @@
 #include <cstdlib>
+#include <new>
+
+#include "bridge/win32/last_error.h"
 
 // What the C++ runtime would do otherwise, and an installer cannot have.
 
@@ -18,6 +21,27 @@ const bool exceptionsReady = [] {
 
 }  // namespace
 }  // namespace corvane
+
+// Memory is taken and given back without a trace in the thread's last error: making, assigning or
+// freeing a text never changes the error that is about to be reported.
+
+void* operator new(size_t size) {
+  const LastErrorKeeper keeper;
+  void* const block = std::malloc(size == 0 ? 1 : size);
+  if (block == nullptr) {
+    throw std::bad_alloc();
+  }
+  return block;
+}
+
+void operator delete(void* block) noexcept {
+  const LastErrorKeeper keeper;
+  std::free(block);
+}
+
+void operator delete(void* block, size_t) noexcept {
+  operator delete(block);
+}
 
 #ifdef __GLIBCXX__
 // The runtime of g++ ends a program that it cannot go on with by printing the exception's name, for

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "bridge/win32/ansi_or_wide.h"
+#include "bridge/win32/format_wide.h"
 #include "bridge/win32/last_error.h"
 #include "bridge/win32/message_inserts.h"
 #include "bridge/win32/platform.h"
@@ -75,7 +76,7 @@ WString errorMessage(bool windows9x, uint32_t messageId) {
 
 WString formatErrorText(int32_t code, uint32_t messageId) {
   const LastErrorKeeper keeper;
-  return std::to_wstring(code) + L": " + errorMessage(isWindows9x(), messageId);
+  return formatWide(L"%d: %s", code, errorMessage(isWindows9x(), messageId).c_str());
 }
 
 }  // namespace corvane

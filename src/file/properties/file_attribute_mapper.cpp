@@ -1,7 +1,5 @@
 #include "file/properties/file_attribute_mapper.h"
 
-#include "bridge/java/java_values.h"
-
 namespace corvane {
 
 namespace {
@@ -32,30 +30,23 @@ constexpr Reported kReported[] = {
 }  // namespace
 
 template <class Found>
-Found FileAttributeMapper::required(Found found, AttributeException::Code failure) const {
-  if (found == nullptr) {
-    env_->ExceptionClear();
+void FileAttributeMapper::require(const Found& found, AttributeException::Code failure) const {
+  if (!isFound(env_, found)) {
     throw AttributeException(failure);
   }
-  return found;
 }
 
-jclass FileAttributeMapper::findClass() const {
-  return required(env_->FindClass("com/corvane/util/FileAttributes"), AttributeException::kNoClass);
+JavaClass FileAttributeMapper::findClass() const {
+  JavaClass type(env_, "com/corvane/util/FileAttributes");
+  require(type, AttributeException::kNoClass);
+  return type;
 }
 
-jmethodID FileAttributeMapper::findMethod(jclass type,
-                                          const char* name,
-                                          const char* signature,
-                                          AttributeException::Code failure) const {
-  return required(env_->GetMethodID(type, name, signature), failure);
-}
-
-jobject FileAttributeMapper::newObject(jclass type) const {
-  const jmethodID constructor =
-      findMethod(type, "<init>", "()V", AttributeException::kNoConstructor);
-  const jobject made = env_->NewObject(type, constructor);
-  if (made == nullptr) {
+LocalReference<jobject> FileAttributeMapper::newObject(jclass type) const {
+  const JavaConstructor<> construct(env_, type, "()V");
+  require(construct, AttributeException::kNoConstructor);
+  LocalReference<jobject> made = construct();
+  if (!made) {
     // What the constructor threw stays pending: Java is to see it.
     throw AttributeException(AttributeException::kNoObject);
   }
@@ -63,24 +54,21 @@ jobject FileAttributeMapper::newObject(jclass type) const {
 }
 
 jint FileAttributeMapper::constantValue(jclass type, const char* constant) const {
-  const jfieldID field =
-      required(env_->GetStaticFieldID(type, constant, "I"), AttributeException::kNoField);
-  return env_->GetStaticIntField(type, field);
+  const JavaStaticInt field(env_, type, constant);
+  require(field, AttributeException::kNoField);
+  return field.get();
 }
 
 bool FileAttributeMapper::state(jclass type, jobject attributes, const char* constant) const {
-  const jmethodID getter =
-      findMethod(type, "getAttributeState", "(I)Z", AttributeException::kNoMethod);
-  const jboolean set = env_->CallBooleanMethod(attributes, getter, constantValue(type, constant));
-  throwIfJavaExceptionPending(env_);
-  return fromJavaBoolean(set);
+  const JavaMethod<jboolean(jint)> getter(env_, type, "getAttributeState", "(I)Z");
+  require(getter, AttributeException::kNoMethod);
+  return fromJavaBoolean(getter(attributes, constantValue(type, constant)));
 }
 
 void FileAttributeMapper::setState(jclass type, jobject attributes, const char* constant) const {
-  const jmethodID setter =
-      findMethod(type, "setAttributeState", "(IZ)V", AttributeException::kNoMethod);
-  env_->CallVoidMethod(attributes, setter, constantValue(type, constant), JNI_TRUE);
-  throwIfJavaExceptionPending(env_);
+  const JavaMethod<void(jint, jboolean)> setter(env_, type, "setAttributeState", "(IZ)V");
+  require(setter, AttributeException::kNoMethod);
+  setter(attributes, constantValue(type, constant), JNI_TRUE);
 }
 
 bool FileAttributeMapper::isWriteable(jclass type, jobject attributes) const {
@@ -89,7 +77,7 @@ bool FileAttributeMapper::isWriteable(jclass type, jobject attributes) const {
 }
 
 DWORD FileAttributeMapper::read(jobject attributes) {
-  const LocalReference type(env_, findClass());
+  const JavaClass type = findClass();
   mask_ = isWriteable(type.get(), attributes) ? 0 : FILE_ATTRIBUTE_READONLY;
   if (state(type.get(), attributes, "HIDDEN")) {
     mask_ |= FILE_ATTRIBUTE_HIDDEN;
@@ -104,8 +92,8 @@ DWORD FileAttributeMapper::read(jobject attributes) {
 }
 
 jobject FileAttributeMapper::build() const {
-  const LocalReference type(env_, findClass());
-  LocalReference attributes(env_, newObject(type.get()));
+  const JavaClass type = findClass();
+  LocalReference<jobject> attributes = newObject(type.get());
   for (const Reported& reported : kReported) {
     if ((mask_ & reported.bits) == reported.value) {
       setState(type.get(), attributes.get(), reported.constant);

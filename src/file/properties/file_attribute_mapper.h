@@ -3,6 +3,8 @@
 #include <jni.h>
 #include <windows.h>
 
+#include "bridge/java/java_class.h"
+
 namespace corvane {
 
 /// A FileAttributes object could not be read or built. It becomes E_FAIL before it leaves the
@@ -52,16 +54,11 @@ class FileAttributeMapper {
   bool isWriteable(jclass type, jobject attributes) const;
   void setState(jclass type, jobject attributes, const char* constant) const;
   jint constantValue(jclass type, const char* constant) const;
-  jclass findClass() const;
-  jobject newObject(jclass type) const;
-  jmethodID findMethod(jclass type,
-                       const char* name,
-                       const char* signature,
-                       AttributeException::Code failure) const;
+  JavaClass findClass() const;
+  LocalReference<jobject> newObject(jclass type) const;
 
-  /// What a JNI look-up found. Of one that found nothing, the Java error is cleared.
   template <class Found>
-  Found required(Found found, AttributeException::Code failure) const;
+  void require(const Found& found, AttributeException::Code failure) const;
 
   JNIEnv* env_;
   DWORD mask_ = 0;

@@ -31,6 +31,12 @@ public final class Bridge {
     /** A JniAnsiString's buffer; null when it has none. */
     public static native byte[] copyAnsi(String text);
 
+    /**
+     * Calls a method of the target: 0 for a String, 1 for an Object (whose text is the answer), 2 with the
+     * int -7, 3 with nothing, 4 with the text "text\u00E9". The answer, or the message of an internal error.
+     */
+    public static native String callMethod(Object target, int call, String name);
+
     /** GetACP, looked up by name; the negative last error when it is not found. */
     public static native int lookedUpCodePage();
 }

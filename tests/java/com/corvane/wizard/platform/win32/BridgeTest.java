@@ -18,6 +18,7 @@ import com.corvane.testing.Outcome;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import com.corvane.wizard.service.ServiceException;
+import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import java.util.Map;
@@ -222,6 +223,11 @@ class BridgeTest {
         sweep.addVoid("raiseWithMessage of the network", -5, () -> Bridge.raiseWithMessage(-5, 2100));
         sweep.addVoid("raiseSevere", -5, () -> Bridge.raiseSevere(-5, 5));
         sweep.add("copyWide", -5, () -> Bridge.copyWide("text", 5));
+        for (int call = 0; call < LINES.length; ++call) {
+            int number = call;
+            sweep.add("method " + METHODS[call], -1, () -> Bridge.callMethod(new Target(), number, METHODS[number]))
+                    .accepts((failed, outcome, state) -> failed.matches("NewGlobalRef|GetObjectClass|GetMethodID"));
+        }
         return sweep.on(Windows.W98, Windows.W10);
     }
 
@@ -236,6 +242,77 @@ class BridgeTest {
         assertArrayEquals(latin1("text\u00E9\0"), Bridge.copyAnsi("text\u00E9"));
         assertArrayEquals(utf16("a\0\0\0"), Bridge.copyWide("a\0b", 4), "cut at its NUL, zeros behind");
         assertArrayEquals(latin1("a\0"), Bridge.copyAnsi("a\0b"));
+    }
+
+    /** What the five calls of a Java object meet; each is public because its name is all that is known of it. */
+    public static final class Target {
+
+        final StringBuilder told = new StringBuilder();
+
+        public String text() {
+            return "text\u00E9";
+        }
+
+        public Object object() {
+            return 42;
+        }
+
+        public void number(int number) {
+            told.append(number);
+        }
+
+        public void nothing() {
+            told.append('.');
+        }
+
+        public void tell(String text) {
+            told.append(text);
+        }
+
+        public String absent() {
+            return null;
+        }
+
+        public void refuse() {
+            throw new IllegalStateException("refused");
+        }
+    }
+
+    /** The method for each call, and the line that names it where it is missing. */
+    private static final String[] METHODS = {"text", "object", "number", "nothing", "tell"};
+
+    private static final int[] LINES = {85, 72, 112, 154, 168};
+
+    private static String internalError(int line) {
+        return "Internal error at line " + line + " of file 'JavaObject'";
+    }
+
+    @Test
+    void methodsOfJavaObjectsAreCalledByName() {
+        Windows.W10.use();
+        Target target = new Target();
+        List<String> answers = new ArrayList<>();
+        for (int call = 0; call < METHODS.length; ++call) {
+            answers.add(Bridge.callMethod(target, call, METHODS[call]));
+            assertEquals(internalError(LINES[call]), Bridge.callMethod(target, call, "lacks"), "nothing is pending");
+        }
+        assertEquals(List.of("text\u00E9", "42", "", "", ""), answers);
+        assertEquals("-7.text\u00E9", target.told.toString());
+        assertEquals("", Bridge.callMethod(target, 0, "absent"));
+        assertThrows(IllegalStateException.class, () -> Bridge.callMethod(target, 3, "refuse"));
+    }
+
+    @Test
+    void anObjectThatCannotBePinnedIsAnInternalError() {
+        Windows.W10.use();
+        assertEquals(internalError(16), Bridge.callMethod(null, 3, "nothing"));
+        Hooks.failJni("GetObjectClass", 1);
+        assertEquals(internalError(21) + ", pending", Bridge.callMethod(new Target(), 3, "nothing"));
+        Hooks.reset();
+        Windows.W10.use();
+        Hooks.failJni("NewGlobalRef", 2);
+        Hooks.arm();
+        assertEquals(internalError(25) + ", pending", Bridge.callMethod(new Target(), 3, "nothing"));
     }
 
     /** A size is asked for first; the code page is asked for at each of the two calls. */
