@@ -26,7 +26,7 @@ const bool exceptionsReady = [] {
 // freeing a text never changes the error that is about to be reported.
 
 void* operator new(size_t size) {
-  const LastErrorKeeper keeper;
+  const corvane::LastErrorKeeper keeper;
   void* const block = std::malloc(size == 0 ? 1 : size);
   if (block == nullptr) {
     throw std::bad_alloc();
@@ -35,7 +35,7 @@ void* operator new(size_t size) {
 }
 
 void operator delete(void* block) noexcept {
-  const LastErrorKeeper keeper;
+  const corvane::LastErrorKeeper keeper;
   std::free(block);
 }
 
