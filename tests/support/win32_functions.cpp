@@ -22,11 +22,13 @@ using enum Failure;
 constexpr Win32Function kFunctions[] = {
     // The registry.
     {"NtDeleteKey", kStatus, kDeniedStatus},
+    {"NtQueryValueKey", kStatus, kDeniedStatus},
     {"RtlNtStatusToDosError"},
     {"RegCloseKey", kCannotFail, 0, closes(Account::kKey, 0)},
     {"RegCreateKeyExA", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 7)},
     {"RegCreateKeyExW", kStatus, ERROR_ACCESS_DENIED, opensAt(Account::kKey, 7)},
     {"RegDeleteKeyA", kStatus, ERROR_ACCESS_DENIED},
+    {"RegDeleteKeyW", kStatus, ERROR_ACCESS_DENIED},
     {"RegDeleteValueA", kStatus, ERROR_ACCESS_DENIED},
     {"RegDeleteValueW", kStatus, ERROR_ACCESS_DENIED},
     {"RegEnumKeyA", kStatus, ERROR_ACCESS_DENIED},
@@ -79,6 +81,7 @@ constexpr Win32Function kFunctions[] = {
     {"CreateFileA", kMinusOne, ERROR_ACCESS_DENIED, opensResult(Account::kHandle)},
     {"CreateFileW", kMinusOne, ERROR_ACCESS_DENIED, opensResult(Account::kHandle)},
     {"CreateFileMappingA", kZero, ERROR_DISK_FULL, opensResult(Account::kHandle)},
+    {"DuplicateHandle", kZero, ERROR_ACCESS_DENIED, opensAt(Account::kHandle, 3)},
     {"DeleteFileA", kZero, ERROR_ACCESS_DENIED},
     {"DeleteFileW", kZero, ERROR_ACCESS_DENIED},
     {"FindClose", kCannotFail, 0, closes(Account::kSearch, 0)},
