@@ -39,9 +39,11 @@ void operator delete(void* block) noexcept {
   std::free(block);
 }
 
+#ifdef __cpp_sized_deallocation
 void operator delete(void* block, size_t) noexcept {
   operator delete(block);
 }
+#endif
 
 #ifdef __GLIBCXX__
 // The runtime of g++ ends a program that it cannot go on with by printing the exception's name, for

@@ -32,6 +32,7 @@ size_t writeReal(WString& out, const wchar_t* format, ...) {
   return length;
 }
 
+// NOLINTBEGIN(clang-analyzer-valist.Uninitialized): that of the class is set by its constructor.
 /// Walks a format beside its arguments and bounds the length of the text.
 class LengthBound {
  public:
@@ -85,7 +86,7 @@ class LengthBound {
       const bool narrow = size.empty() ? type == L'S' : size == L"h";
       return textLength(narrow, static_cast<size_t>(precision));
     }
-    const size_t places = static_cast<size_t>(precision < 0 ? kDefaultPrecision : precision);
+    const auto places = static_cast<size_t>(precision < 0 ? kDefaultPrecision : precision);
     if (std::wcschr(L"aAeEfFgG", type) != nullptr) {
       return realLength(places);
     }
@@ -113,6 +114,7 @@ class LengthBound {
   const wchar_t* at_;
   va_list arguments_;
 };
+// NOLINTEND(clang-analyzer-valist.Uninitialized)
 
 }  // namespace
 
