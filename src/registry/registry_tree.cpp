@@ -74,15 +74,15 @@ class OpenKeys {
 
   bool empty() const noexcept { return levels_.empty(); }
 
-  LSTATUS open(const WString& name) {
-    HKEY key = nullptr;
+  LSTATUS open(WString name) {
+    HKEY opened = nullptr;
     const LSTATUS result = RegOpenKeyExW(deepest(),
                                          name.c_str(),
                                          REG_OPTION_OPEN_LINK,
                                          DELETE | KEY_ENUMERATE_SUB_KEYS,
-                                         &key);
+                                         &opened);
     if (result == ERROR_SUCCESS) {
-      Level level = {name, ScopedRegistryKey(key)};
+      Level level = {std::move(name), ScopedRegistryKey(opened)};
       levels_.push_back(std::move(level));
     }
     return result;

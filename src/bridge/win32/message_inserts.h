@@ -20,18 +20,20 @@ inline DWORD formatInserts(bool ansi,
                            DWORD number,
                            void* buffer,
                            DWORD size) {
+  // On x64 an argument list is a pointer to eight-byte places.
   DWORD_PTR inserts[] = {reinterpret_cast<DWORD_PTR>(text), number};
+  auto* list = reinterpret_cast<va_list>(inserts);
   const void* format = ansi ? static_cast<const void*>(ansiFormat) : wideFormat;
   return ansiOrWide(ansi,
                     FormatMessageA,
                     FormatMessageW,
-                    flags | FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY,
+                    flags | FORMAT_MESSAGE_FROM_STRING,
                     format,
                     DWORD{0},
                     kDefaultLanguage,
                     TextBuffer(buffer),
                     size,
-                    reinterpret_cast<va_list*>(inserts));
+                    &list);
 }
 
 }  // namespace corvane
