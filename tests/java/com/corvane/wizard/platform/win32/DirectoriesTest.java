@@ -7,7 +7,6 @@ import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Call;
-import com.corvane.testing.Direct;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
@@ -182,7 +181,7 @@ class DirectoriesTest {
         assertFails(-30022, 0x80070005L, files::win32GetVPDDirectory);
         begin(system);
         Hooks.fail(open, 1, 0x80070005);
-        assertEquals("", Direct.fileText("win32GetVPDDirectory", null));
+        assertEquals("''", Outcome.beside(files::win32GetVPDDirectory));
     }
 
     @ParameterizedTest
@@ -225,7 +224,7 @@ class DirectoriesTest {
             Hooks.answerValue(1, system.encode(common + "\0"));
             Hooks.fail("GetTempFileNameA", 1, 5);
             Hooks.fail(failing, 1, 0x80004005);
-            assertEquals(common, Direct.fileText("win32GetVPDDirectory", null));
+            assertEquals(common, Outcome.beside(files::win32GetVPDDirectory));
         }
     }
 }

@@ -1,11 +1,11 @@
 package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Outcome.assertFails;
+import static com.corvane.testing.Outcome.beside;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertNull;
 
-import com.corvane.testing.Direct;
 import com.corvane.testing.Folder;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
@@ -151,7 +151,7 @@ class FileMoveTest {
         system.use();
         assertFails(-30018, 87, () -> files.win32MoveFile(folder.path("source"), null, true));
         assertFails(-30018, 87, () -> files.win32MoveFile(null, null, true));
-        assertEquals(-1, Direct.fileResult("win32MoveFile", folder.path("source"), null, true));
+        assertEquals("-1", beside(() -> files.win32MoveFile(folder.path("source"), null, true)));
         assertEquals("new", folder.content("source"));
     }
 }

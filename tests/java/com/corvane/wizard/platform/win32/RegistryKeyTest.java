@@ -1,6 +1,7 @@
 package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Outcome.assertFails;
+import static com.corvane.testing.Outcome.beside;
 import static com.corvane.wizard.platform.win32.RegistryFixture.HKCU;
 import static com.corvane.wizard.platform.win32.RegistryFixture.KEY;
 import static com.corvane.wizard.platform.win32.RegistryFixture.MISSING;
@@ -11,8 +12,8 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Bytes;
 import com.corvane.testing.Call;
-import com.corvane.testing.Direct;
 import com.corvane.testing.Hooks;
+import com.corvane.testing.Outcome;
 import com.corvane.testing.RawRegistry;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
@@ -282,17 +283,15 @@ class RegistryKeyTest {
     @Test
     void whatThrowsReturnsTheDefault() {
         Windows.W10.use();
-        assertEquals("", Direct.getStringValue(HKCU, MISSING, "v", false));
-        String[] booleans = {"keyExists", "valueExists", "isKeyEmpty"};
-        for (String method : booleans) {
-            assertEquals(0, Direct.result(method, 9, "any", "v") & 0xFF, method);
-        }
-        for (String method : new String[] {"countSubKeys", "get32BitValue", "getValueType"}) {
-            assertEquals(0, (int) Direct.result(method, 9, "any", "v"), method);
-        }
-        String[] objects = {"getMultiStringValue", "getBinaryValue", "getSubkeyNames", "getKeyValueNames"};
-        for (String method : objects) {
-            assertEquals(0, Direct.result(method, 9, "any", "v"), method);
+        assertEquals("''", beside(() -> registry.getStringValue(HKCU, MISSING, "v", false)));
+        List<Outcome.Action> failing = List.of(() -> registry.keyExists(9, "any"),
+                () -> registry.valueExists(9, "any", "v"), () -> registry.isKeyEmpty(9, "any"),
+                () -> registry.countSubKeys(9, "any"), () -> registry.get32BitValue(9, "any", "v"),
+                () -> registry.getValueType(9, "any", "v"), () -> registry.getMultiStringValue(9, "any", "v"),
+                () -> registry.getBinaryValue(9, "any", "v"), () -> registry.getSubkeyNames(9, "any"),
+                () -> registry.getKeyValueNames(9, "any"));
+        for (Outcome.Action action : failing) {
+            assertEquals("", beside(action));
         }
     }
 

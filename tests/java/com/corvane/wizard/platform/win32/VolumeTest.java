@@ -8,8 +8,8 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertNotEquals;
 
 import com.corvane.testing.Call;
-import com.corvane.testing.Direct;
 import com.corvane.testing.Hooks;
+import com.corvane.testing.Outcome;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import java.util.List;
@@ -125,7 +125,7 @@ class VolumeTest {
         }
         begin(system);
         Hooks.fail(function, 1, 21);
-        assertEquals("", Direct.fileText("getPartitionFormat", ROOT));
+        assertEquals("''", Outcome.beside(() -> files.getPartitionFormat(ROOT)));
 
         for (int longest : new int[] {254, 255, 260}) {
             begin(system);
