@@ -1,18 +1,11 @@
 package com.corvane.testing;
 
 import com.corvane.util.FileAttributes;
-import com.corvane.wizard.platform.win32.Win32DesktopServiceImpl;
-import com.corvane.wizard.platform.win32.Win32FileServiceImpl;
-import com.corvane.wizard.platform.win32.Win32ProductServiceImpl;
-import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
-import com.corvane.wizard.platform.win32.Win32SecurityServiceImpl;
-import com.corvane.wizard.platform.win32.Win32SystemUtilServiceImpl;
-import com.corvane.wizard.platform.win32.Win32WizardInitializeServiceImpl;
 import com.corvane.wizard.service.ServiceException;
+import java.lang.reflect.Field;
 import java.lang.reflect.InvocationTargetException;
 import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
-import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.HexFormat;
 import java.util.List;
@@ -21,10 +14,9 @@ import java.util.stream.Collectors;
 /** A native of the library, called by its name with arguments as a scene writes them. */
 final class Native {
 
-    private static final List<Class<?>> CLASSES = List.of(
-            Win32DesktopServiceImpl.class, Win32FileServiceImpl.class, Win32ProductServiceImpl.class,
-            Win32RegistryServiceImpl.class, Win32SecurityServiceImpl.class, Win32SystemUtilServiceImpl.class,
-            Win32WizardInitializeServiceImpl.class);
+    /** Classes of natives: Win32DesktopServiceImpl and so on. */
+    private static final List<String> SERVICES =
+            List.of("Desktop", "File", "Product", "Registry", "Security", "SystemUtil", "WizardInitialize");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
     private final Method method;
@@ -32,7 +24,7 @@ final class Native {
 
     /** {@code words} are the arguments; a list is one of them. */
     Native(String name, List<String> words, Stage stage) {
-        method = CLASSES.stream().flatMap(type -> Arrays.stream(type.getMethods()))
+        method = SERVICES.stream().flatMap(service -> Arrays.stream(classOf(service).getMethods()))
                 .filter(found -> found.getName().equals(name) && Modifier.isNative(found.getModifiers())).findAny()
                 .orElseThrow(() -> new AssertionError("no native has this name: " + name));
         Class<?>[] types = method.getParameterTypes();
@@ -42,6 +34,14 @@ final class Native {
         arguments = new Object[types.length];
         for (int index = 0; index < types.length; ++index) {
             arguments[index] = argument(types[index], words.get(index), stage);
+        }
+    }
+
+    private static Class<?> classOf(String service) {
+        try {
+            return Class.forName("com.corvane.wizard.platform.win32.Win32" + service + "ServiceImpl");
+        } catch (ClassNotFoundException failure) {
+            throw new AssertionError(failure);
         }
     }
 
@@ -123,13 +123,8 @@ final class Native {
         } else if (result instanceof Object[] items) {
             return Arrays.stream(items).map(Native::shown).collect(Collectors.joining(", ", "[", "]"));
         } else if (result instanceof FileAttributes attributes) {
-            List<String> names = new ArrayList<>();
-            for (var field : FileAttributes.class.getFields()) {
-                if (attributes.getAttributeState(constant(field.getName()))) {
-                    names.add(field.getName());
-                }
-            }
-            return names.toString();
+            return Arrays.stream(FileAttributes.class.getFields()).map(Field::getName)
+                    .filter(name -> attributes.getAttributeState(constant(name))).toList().toString();
         }
         return "".equals(result) ? "''" : String.valueOf(result);
     }

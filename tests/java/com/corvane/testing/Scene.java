@@ -48,7 +48,7 @@ final class Scene {
         }
         systems = systems(Words.raw(line, words.subList(0, start)));
         given.forEach((keyword, text) -> clauses.put(keyword, Words.of(text)));
-        parse(words.subList(start, words.size()), given);
+        parse(words.subList(start, words.size()));
     }
 
     private static List<String> systems(String named) {
@@ -59,7 +59,7 @@ final class Scene {
                 .flatMap(name -> Arrays.stream(GROUPS.getOrDefault(name, name).split(" "))).toList();
     }
 
-    private void parse(List<Word> words, Map<String, String> given) {
+    private void parse(List<Word> words) {
         String keyword = "then";
         List<Word> part = new ArrayList<>();
         for (int index = 0; index <= words.size(); ++index) {
