@@ -57,6 +57,7 @@ jobjectArray javaTexts(JNIEnv* env, const std::vector<std::wstring>& texts) {
 
 jobjectArray javaTexts(JNIEnv* env, const std::vector<std::string>& texts) {
   std::vector<std::wstring> wide;
+  wide.reserve(texts.size());
   for (const std::string& text : texts) {
     wide.emplace_back(text.begin(), text.end());
   }
