@@ -113,12 +113,15 @@ void Accounts::close(Account account, uint64_t item, const std::string& function
   }
 }
 
+void Accounts::closeAll(Account account) {
+  std::erase_if(items_, [&](const auto& item) { return item.first.first == account; });
+  counts_[account].now = 0;
+}
+
 bool Accounts::staysOpen(Account account, const Origin& origin) {
-  // The JVM frees local references itself when the native returns.
-  return account == Account::kLocalReference ||
-         std::any_of(std::begin(kLeftOpen), std::end(kLeftOpen), [&](const LeftOpen& left) {
-           return left.account == account && left.native == origin.native;
-         });
+  return std::any_of(std::begin(kLeftOpen), std::end(kLeftOpen), [&](const LeftOpen& left) {
+    return left.account == account && left.native == origin.native;
+  });
 }
 
 std::vector<std::string> Accounts::unbalanced() const {
@@ -134,7 +137,7 @@ std::vector<std::string> Accounts::unbalanced() const {
 
 uint32_t Accounts::leftOpen() const {
   return static_cast<uint32_t>(std::count_if(items_.begin(), items_.end(), [](const auto& item) {
-    return item.first.first != Account::kLocalReference && staysOpen(item.first.first, item.second);
+    return staysOpen(item.first.first, item.second);
   }));
 }
 

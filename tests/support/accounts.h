@@ -58,6 +58,8 @@ class Accounts {
   void open(Account account, uint64_t item, const std::string& function);
   /// Closing what is not open is a violation.
   void close(Account account, uint64_t item, const std::string& function);
+  /// Closes whatever is open of this kind, as the JVM does with local references.
+  void closeAll(Account account);
   bool isOpen(Account account, uint64_t item) const { return items_.contains({account, item}); }
 
   /// What is open and should not be, in words.

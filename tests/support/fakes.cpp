@@ -14,6 +14,7 @@ namespace {
 struct Contents {
   WindowsVersion version{};
   std::deque<ValueContent> values;
+  bool lastValueFound = false;
   std::map<std::string, std::string> modules;
 };
 
@@ -45,6 +46,8 @@ LSTATUS WINAPI regQueryValueEx(HKEY, const void*, DWORD*, DWORD* type, BYTE* dat
   const ValueContent value = values.front();
   if (values.size() > 1) {
     values.pop_front();
+  } else {
+    contents().lastValueFound = true;
   }
   if (type != nullptr) {
     *type = value.type;
@@ -87,6 +90,10 @@ void fakeValue(ValueContent content) {
   contents().values.push_back(std::move(content));
   fakeFunction("RegQueryValueExA", address(&regQueryValueEx));
   fakeFunction("RegQueryValueExW", address(&regQueryValueEx));
+}
+
+size_t valuesInVain() {
+  return contents().values.size() - (contents().lastValueFound ? 1 : 0);
 }
 
 void fakeModule(std::string name, std::string file) {

@@ -31,6 +31,8 @@ struct ValueContent {
 /// stays. As the system does, they hand out not a byte more than there is and leave the rest of the
 /// buffer as it was.
 void fakeValue(ValueContent content);
+/// How many of them were not found.
+size_t valuesInVain();
 
 /// LoadLibraryExA loads `file` when the library asks for `name`, which the system may not have.
 void fakeModule(std::string name, std::string file);

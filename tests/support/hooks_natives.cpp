@@ -7,8 +7,11 @@
 #include "heap_guard.h"
 #include "import_hooks.h"
 #include "java_text.h"
+#include "jni_functions.h"
 #include "jni_hooks.h"
 #include "monitor.h"
+#include "native_hooks.h"
+#include "win32_functions.h"
 
 // The natives of com.corvane.testing.Hooks; what each does is said there.
 
@@ -27,7 +30,7 @@ const bed::RecordedCall& recorded(jint index) {
 }
 
 bed::Answer toAnswer(JNIEnv* env, jlong result, jint error, jintArray places, jobjectArray data) {
-  bed::Answer answer{static_cast<uint64_t>(result), static_cast<uint32_t>(error), {}};
+  bed::Answer answer{static_cast<uint64_t>(result), static_cast<uint32_t>(error), {}, false};
   for (jsize index = 0; index < env->GetArrayLength(places); ++index) {
     jint argument = 0;
     env->GetIntArrayRegion(places, index, 1, &argument);
@@ -118,6 +121,20 @@ JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_answer(JNIEnv* env,
   monitor().answer(narrow(env, function), toAnswer(env, result, error, places, data));
 }
 
+JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_answerAlways(JNIEnv* env,
+                                                                   jclass,
+                                                                   jstring function,
+                                                                   jlong result) {
+  monitor().answer(narrow(env, function), {static_cast<uint64_t>(result), 0, {}, true});
+}
+
+JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_failAlways(JNIEnv* env,
+                                                                 jclass,
+                                                                 jstring function,
+                                                                 jint error) {
+  monitor().fail({bed::Kind::kWin32, narrow(env, function), 1, static_cast<uint32_t>(error), true});
+}
+
 JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_answerValue(JNIEnv* env,
                                                                   jclass,
                                                                   jint type,
@@ -142,6 +159,37 @@ JNIEXPORT void JNICALL Java_com_corvane_testing_Hooks_capture(JNIEnv* env,
                                                               jint argument,
                                                               jint size) {
   monitor().capture(narrow(env, function), argument, static_cast<uint32_t>(size));
+}
+
+JNIEXPORT jint JNICALL Java_com_corvane_testing_Hooks_kind(JNIEnv* env, jclass, jstring function) {
+  const std::string name = narrow(env, function);
+  if (bed::findJniFunction(name) != nullptr) {
+    return 2;
+  }
+  return bed::findWin32Function(name) != nullptr ? 1 : 0;
+}
+
+JNIEXPORT jobjectArray JNICALL Java_com_corvane_testing_Hooks_shownCalls(JNIEnv* env, jclass) {
+  std::vector<std::wstring> texts;
+  for (const bed::RecordedCall& call : monitor().calls()) {
+    texts.push_back(call.shown);
+  }
+  return bed::javaTexts(env, texts);
+}
+
+JNIEXPORT jobjectArray JNICALL Java_com_corvane_testing_Hooks_unused(JNIEnv* env, jclass) {
+  std::vector<std::string> texts = monitor().unused();
+  for (const std::string& name : bed::hiddenInVain()) {
+    texts.push_back("hidden " + name + ", which was not looked up");
+  }
+  if (const size_t values = bed::valuesInVain(); values != 0) {
+    texts.push_back(std::to_string(values) + " registry values");
+  }
+  return bed::javaTexts(env, texts);
+}
+
+JNIEXPORT jstring JNICALL Java_com_corvane_testing_Hooks_returned(JNIEnv* env, jclass) {
+  return bed::javaText(env, bed::returnedBesideException());
 }
 
 JNIEXPORT jint JNICALL Java_com_corvane_testing_Hooks_failable(JNIEnv*, jclass, jboolean jni) {

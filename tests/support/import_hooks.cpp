@@ -4,7 +4,6 @@
 #include <cstring>
 #include <map>
 #include <memory>
-#include <set>
 
 #include "accounts.h"
 #include "com_hooks.h"
@@ -23,7 +22,8 @@ struct HookedImport : HookedFunction {
 struct Hooks {
   std::map<std::string, std::unique_ptr<HookedImport>> imports;
   std::map<std::string, const void*> fakes;
-  std::set<std::string> hidden;
+  /// And whether it was looked up.
+  std::map<std::string, bool> hidden;
   std::vector<HMODULE> modules;
   /// Set while a hook does its own work, whose calls may be hooked too.
   bool busy = false;
@@ -56,8 +56,14 @@ const void* targetOf(const HookedFunction& function) {
 }
 
 bool isHiddenLookUp(const Call& call) {
-  return call.function->name == "GetProcAddress" && call.words[1] > 0xFFFF &&
-         hooks().hidden.contains(reinterpret_cast<const char*>(call.words[1]));
+  if (call.function->name != "GetProcAddress" || call.words[1] <= 0xFFFF) {
+    return false;
+  }
+  const auto hidden = hooks().hidden.find(reinterpret_cast<const char*>(call.words[1]));
+  if (hidden == hooks().hidden.end()) {
+    return false;
+  }
+  return hidden->second = true;
 }
 
 /// Whether the call gets its result here: it is to fail, was prepared, or must not happen.
@@ -130,7 +136,7 @@ void afterImport(Call& call) {
 }
 
 const void* beforeMethod(Call& call) {
-  const bool ours = callerAt(call.caller) == Caller::kHookedModule;
+  const bool ours = isInHookedModule(call.caller);
   call.note = static_cast<uint64_t>(ours);
   return ours ? beforeImport(call) : call.function->original;
 }
@@ -147,6 +153,7 @@ const void* stubFor(const std::string& name, const Win32Function& facts, const v
   if (import == nullptr) {
     import = std::make_unique<HookedImport>();
     import->name = name;
+    import->signature = facts.signature;
     import->original = original;
     import->before = beforeImport;
     import->after = afterImport;
@@ -228,20 +235,27 @@ std::vector<std::string> hookImports(HMODULE module, const std::vector<std::stri
   return unknown;
 }
 
-Caller callerAt(const void* address) {
+bool isInHookedModule(const void* address) {
   HMODULE module = nullptr;
   const DWORD flags =
       GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-  if (GetModuleHandleExA(flags, static_cast<const char*>(address), &module) == FALSE) {
-    return Caller::kNoModule;
-  }
   const auto& modules = hooks().modules;
-  const bool hooked = std::find(modules.begin(), modules.end(), module) != modules.end();
-  return hooked ? Caller::kHookedModule : Caller::kOtherModule;
+  return GetModuleHandleExA(flags, static_cast<const char*>(address), &module) != FALSE &&
+         std::find(modules.begin(), modules.end(), module) != modules.end();
 }
 
 void hideFunction(const std::string& name) {
-  hooks().hidden.insert(name);
+  hooks().hidden[name] = false;
+}
+
+std::vector<std::string> hiddenInVain() {
+  std::vector<std::string> names;
+  for (const auto& [name, met] : hooks().hidden) {
+    if (!met) {
+      names.push_back(name);
+    }
+  }
+  return names;
 }
 
 void fakeFunction(const std::string& name, const void* fake) {

@@ -16,16 +16,13 @@ std::vector<std::string> hookImports(HMODULE module, const std::vector<std::stri
 /// pass unseen.
 const void* methodStub(const std::string& name, const void* original);
 
-enum class Caller {
-  kHookedModule,
-  kOtherModule,
-  /// Code that was generated at run time.
-  kNoModule,
-};
-Caller callerAt(const void* address);
+/// Whether an address is in the code of a hooked module.
+bool isInHookedModule(const void* address);
 
 /// Functions that GetProcAddress does not find, as on a Windows that is too old for them.
 void hideFunction(const std::string& name);
+/// Those of them that were not looked up.
+std::vector<std::string> hiddenInVain();
 
 /// Replaces a function for all callers that are hooked; null gives it back.
 void fakeFunction(const std::string& name, const void* fake);

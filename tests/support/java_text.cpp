@@ -42,17 +42,26 @@ jbyteArray javaBytes(JNIEnv* env, const std::vector<uint8_t>& data) {
   return array;
 }
 
-jobjectArray javaTexts(JNIEnv* env, const std::vector<std::string>& texts) {
+jobjectArray javaTexts(JNIEnv* env, const std::vector<std::wstring>& texts) {
   jobjectArray const array = env->NewObjectArray(static_cast<jsize>(texts.size()),
                                                  env->FindClass("java/lang/String"),
                                                  nullptr);
   jsize index = 0;
-  for (const std::string& text : texts) {
-    jstring const element = env->NewStringUTF(text.c_str());
+  for (const std::wstring& text : texts) {
+    jstring const element = javaText(env, text);
     env->SetObjectArrayElement(array, index++, element);
     env->DeleteLocalRef(element);
   }
   return array;
+}
+
+jobjectArray javaTexts(JNIEnv* env, const std::vector<std::string>& texts) {
+  std::vector<std::wstring> wide;
+  wide.reserve(texts.size());
+  for (const std::string& text : texts) {
+    wide.emplace_back(text.begin(), text.end());
+  }
+  return javaTexts(env, wide);
 }
 
 }  // namespace bed

@@ -17,6 +17,8 @@ std::vector<uint8_t> bytes(JNIEnv* env, jbyteArray array);
 
 jstring javaText(JNIEnv* env, const std::wstring& text);
 jbyteArray javaBytes(JNIEnv* env, const std::vector<uint8_t>& data);
+jobjectArray javaTexts(JNIEnv* env, const std::vector<std::wstring>& texts);
+/// Of plain ASCII.
 jobjectArray javaTexts(JNIEnv* env, const std::vector<std::string>& texts);
 
 /// Runs `work`; what it throws becomes a Java IllegalStateException.

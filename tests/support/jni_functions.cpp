@@ -21,12 +21,12 @@ constexpr bool kAllowed = true;
 
 // In C++ the variadic calls go through the entries that end in V.
 constexpr JniFunction kFunctions[] = {
-    {ENTRY(FindClass), kNoClass, kNewLocal},
+    {ENTRY(FindClass), kNoClass, kNewLocal, false, "-t"},
     {ENTRY(GetObjectClass), kNoMemory, kNewLocal},
     {ENTRY(GetMethodID), kNoMethod},
     {ENTRY(GetStaticMethodID), kNoMethod},
     {ENTRY(GetFieldID), kNoField},
-    {ENTRY(GetStaticFieldID), kNoField},
+    {ENTRY(GetStaticFieldID), kNoField, {}, false, "--t"},
     {ENTRY(GetStaticIntField)},
     {ENTRY(NewObjectV), kNoMemory, kNewLocal},
     {ENTRY(CallObjectMethodV), kThrown, kNewLocal},
@@ -34,13 +34,13 @@ constexpr JniFunction kFunctions[] = {
     {ENTRY(CallIntMethodV), kThrown},
     {ENTRY(CallVoidMethodV), kThrown},
 
-    {ENTRY(NewString), kNoMemory, kNewLocal},
+    {ENTRY(NewString), kNoMemory, kNewLocal, false, "--n"},
     {ENTRY(GetStringLength)},
     {ENTRY(GetStringChars), kNoMemory},
     {ENTRY(ReleaseStringChars), nullptr, {}, kAllowed},
 
     {ENTRY(GetArrayLength)},
-    {ENTRY(NewObjectArray), kNoMemory, kNewLocal},
+    {ENTRY(NewObjectArray), kNoMemory, kNewLocal, false, "-n-p"},
     {ENTRY(GetObjectArrayElement), kBounds, kNewLocal},
     {ENTRY(SetObjectArrayElement), kStore},
     {ENTRY(NewByteArray), kNoMemory, kNewLocal},
@@ -60,6 +60,14 @@ constexpr JniFunction kFunctions[] = {
 #undef ENTRY
 
 }  // namespace
+
+const JniFunction* findJniFunction(std::string_view name) {
+  const auto* found =
+      std::find_if(std::begin(kFunctions), std::end(kFunctions), [&](const JniFunction& function) {
+        return function.name == name;
+      });
+  return found == std::end(kFunctions) ? nullptr : found;
+}
 
 const JniFunction* findJniFunction(size_t index) {
   const auto* found =

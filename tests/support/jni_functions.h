@@ -19,8 +19,11 @@ struct JniFunction {
   Effect effect = {};
   /// Whether JNI permits the call while an exception is pending.
   bool allowedWhilePending = false;
+  /// How its arguments are shown; see showCall.
+  std::string_view signature = {};
 };
 
+const JniFunction* findJniFunction(std::string_view name);
 /// Null for an entry that the table lacks: whoever makes the library call a new one adds a line.
 const JniFunction* findJniFunction(size_t index);
 

@@ -10,6 +10,7 @@
 #include "import_hooks.h"
 #include "jni_functions.h"
 #include "monitor.h"
+#include "native_hooks.h"
 
 namespace bed {
 namespace {
@@ -20,7 +21,6 @@ struct HookedEntry : HookedFunction {
 
 std::array<HookedEntry, kJniEntries> entries;
 JNINativeInterface_* originals = nullptr;
-jvmtiEnv* jvmti = nullptr;
 
 JNIEnv* environment(const Call& call) {
   return reinterpret_cast<JNIEnv*>(call.words[0]);
@@ -28,43 +28,6 @@ JNIEnv* environment(const Call& call) {
 
 const JniFunction* factsOf(const Call& call) {
   return static_cast<HookedEntry*>(call.function)->facts;
-}
-
-/// The method on top of the Java stack of this thread; null when there is none.
-jmethodID runningMethod() {
-  jvmtiFrameInfo frame{};
-  jint count = 0;
-  const jvmtiError result = jvmti->GetStackTrace(nullptr, 0, 1, &frame, &count);
-  return result == JVMTI_ERROR_NONE && count == 1 ? frame.method : nullptr;
-}
-
-/// Takes over a text that JVMTI allocated.
-std::string taken(char* text) {
-  std::string copy = text == nullptr ? "" : text;
-  jvmti->Deallocate(reinterpret_cast<unsigned char*>(text));
-  return copy;
-}
-
-/// The name of the Java native that runs on this thread.
-std::string runningNative() {
-  char* name = nullptr;
-  jmethodID const method = runningMethod();
-  if (method != nullptr) {
-    jvmti->GetMethodName(method, &name, nullptr, nullptr);
-  }
-  return taken(name);
-}
-
-bool isLibraryNativeRunning(JNIEnv* env) {
-  jmethodID const method = runningMethod();
-  jclass type = nullptr;
-  char* signature = nullptr;
-  if (method != nullptr && jvmti->GetMethodDeclaringClass(method, &type) == JVMTI_ERROR_NONE) {
-    jvmti->GetClassSignature(type, &signature, nullptr);
-    originals->DeleteLocalRef(env, type);
-  }
-  const std::string name = taken(signature);
-  return name.starts_with("Lcom/corvane/") && !name.starts_with("Lcom/corvane/testing/");
 }
 
 bool isPending(const Call& call) {
@@ -107,15 +70,11 @@ void bookBefore(const Call& call) {
   }
 }
 
-/// Whether the library calls. Where the compiler made a jump of a call in tail position, the return
-/// address is in the generated code of the JVM; so it is for natives of the JDK.
+/// Whether the library calls. Where the compiler made a jump of a native's last call, that returns
+/// to the native's stub.
 bool concerns(const Call& call) {
-  if (!monitor().watchesThisThread()) {
-    return false;
-  }
-  const Caller caller = callerAt(call.caller);
-  return caller == Caller::kHookedModule ||
-         (caller == Caller::kNoModule && isLibraryNativeRunning(environment(call)));
+  return monitor().watchesThisThread() &&
+         (isInHookedModule(call.caller) || isReturnToStub(call.caller));
 }
 
 const void* beforeEntry(Call& call) {
@@ -169,6 +128,7 @@ HookedEntry& hookEntry(size_t index, const void* original) {
   entry.facts = findJniFunction(index);
   entry.name = entry.facts != nullptr ? std::string(entry.facts->name)
                                       : "JNI function " + std::to_string(index);
+  entry.signature = entry.facts != nullptr ? entry.facts->signature : "";
   entry.original = original;
   entry.before = beforeEntry;
   entry.after = afterEntry;
@@ -180,7 +140,7 @@ HookedEntry& hookEntry(size_t index, const void* original) {
 void hookJni(JavaVM* vm) {
   void* environment = nullptr;
   require(vm->GetEnv(&environment, JVMTI_VERSION_1_2) == JNI_OK, "the JVM offers no JVMTI");
-  jvmti = static_cast<jvmtiEnv*>(environment);
+  auto* const jvmti = static_cast<jvmtiEnv*>(environment);
   JNINativeInterface_* table = nullptr;
   require(jvmti->GetJNIFunctionTable(&originals) == JVMTI_ERROR_NONE &&
               jvmti->GetJNIFunctionTable(&table) == JVMTI_ERROR_NONE,
@@ -193,6 +153,7 @@ void hookJni(JavaVM* vm) {
   }
   require(jvmti->SetJNIFunctionTable(table) == JVMTI_ERROR_NONE,
           "the JVM does not take a table of JNI functions");
+  hookNatives(jvmti, originals);
   Accounts::nameNativesBy(runningNative);
 }
 

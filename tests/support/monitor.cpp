@@ -6,6 +6,8 @@
 #include <cstring>
 #include <cwchar>
 
+#include "shown_call.h"
+
 namespace bed {
 
 namespace {
@@ -53,8 +55,10 @@ bool Monitor::answered(Call& call, LastErrorScope& lastError) {
   if (prepared == answers_.end() || prepared->second.empty()) {
     return false;
   }
-  const Answer answer = std::move(prepared->second.front());
-  prepared->second.pop_front();
+  const Answer answer = prepared->second.front();
+  if (!answer.always) {
+    prepared->second.pop_front();
+  }
   for (const auto& [argument, bytes] : answer.writes) {
     std::memcpy(reinterpret_cast<void*>(call.words[argument]), bytes.data(), bytes.size());
   }
@@ -66,8 +70,9 @@ bool Monitor::answered(Call& call, LastErrorScope& lastError) {
 }
 
 void Monitor::record(Kind kind, const Call& call) {
-  RecordedCall entry{call.function->name, kind, {}, {}};
+  RecordedCall entry{call.function->name, kind, {}, {}, {}};
   std::copy_n(call.words, entry.words.size(), entry.words.begin());
+  entry.shown = showCall(entry.name, call.function->signature, call.words);
   if (const auto wanted = captures_.find(entry.name); wanted != captures_.end()) {
     for (const auto& [argument, size] : wanted->second) {
       const auto* bytes = reinterpret_cast<const uint8_t*>(call.words[argument]);
@@ -78,6 +83,30 @@ void Monitor::record(Kind kind, const Call& call) {
     }
   }
   calls_.push_back(std::move(entry));
+}
+
+size_t Monitor::countOf(const std::string& name) const {
+  return static_cast<size_t>(std::count_if(calls_.begin(), calls_.end(), [&](const auto& call) {
+    return call.name == name;
+  }));
+}
+
+std::vector<std::string> Monitor::unused() const {
+  const auto told = [&](const std::string& what, const std::string& name) {
+    return what + " of " + name + ", which was called " + std::to_string(countOf(name)) + " times";
+  };
+  std::vector<std::string> texts;
+  for (const FailRule& rule : rules_) {
+    if (rule.isUnused()) {
+      texts.push_back(told("failure " + std::to_string(rule.nth), rule.name));
+    }
+  }
+  for (const auto& [name, answers] : answers_) {
+    if (!answers.empty() && !answers.front().always) {
+      texts.push_back(told(std::to_string(answers.size()) + " answers", name));
+    }
+  }
+  return texts;
 }
 
 const FailRule* Monitor::dueRule(Kind kind, const std::string& name) {

@@ -32,6 +32,8 @@ struct RecordedCall {
   std::string name;
   Kind kind;
   std::array<uint64_t, 12> words;
+  /// See showCall.
+  std::wstring shown;
   /// By argument, what it pointed to when the call began (see Monitor::capture).
   std::map<int, std::vector<uint8_t>> captured;
 };
@@ -48,6 +50,7 @@ struct FailRule {
   uint32_t seen = 0;
 
   bool isDue() { return ++seen == nth || (andAllLater && seen > nth); }
+  bool isUnused() const { return seen < nth && !andAllLater; }
 
   static constexpr uint32_t kNoError = ~uint32_t{0};
 };
@@ -58,6 +61,8 @@ struct Answer {
   /// 0: the last error stays as it is.
   uint32_t lastError = 0;
   std::vector<std::pair<int, std::vector<uint8_t>>> writes;
+  /// For every later call, too.
+  bool always = false;
 };
 
 /// Watches the calls that the library makes on one thread: counts and records them, and knows which
@@ -81,6 +86,9 @@ class Monitor {
     captures_[name][argument] = bytes;
   }
 
+  /// What was prepared in vain, in words.
+  std::vector<std::string> unused() const;
+
   /// Takes down a call. Returns the rule by which it is to fail, or null.
   const FailRule* begin(Kind kind, const Call& call, bool canFail);
   /// Gives the prepared answer, when there is one, as the call's result.
@@ -99,6 +107,7 @@ class Monitor {
  private:
   void record(Kind kind, const Call& call);
   const FailRule* dueRule(Kind kind, const std::string& name);
+  size_t countOf(const std::string& name) const;
 
   unsigned long thread_ = 0;
   std::vector<RecordedCall> calls_;

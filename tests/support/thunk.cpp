@@ -16,6 +16,7 @@ static_assert(sizeof(Call) == 40 && offsetof(Call, words) == 8 && offsetof(Call,
 extern "C" {
 
 void bedThunk();
+void bedReturned();
 
 const void* bedBefore(Call* call) {
   return call->function->before(*call);
@@ -77,6 +78,8 @@ bedThunk:
     movq 16(%rsi), %r8
     movq 24(%rsi), %r9
     call *%rax
+    .globl bedReturned
+bedReturned:
     movq %rax, 24(%rbx)
     movaps %xmm0, 192(%rsp)
 2:  movq %rbx, %rcx
@@ -129,6 +132,10 @@ const void* makeStub(HookedFunction& function) {
   const uint8_t jump[] = {0x41, 0xFF, 0xE2};
   std::memcpy(at, jump, sizeof jump);
   return stub;
+}
+
+bool isReturnToStub(const void* address) {
+  return address == reinterpret_cast<const void*>(&bedReturned);
 }
 
 }  // namespace bed

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace bed {
 
@@ -24,6 +25,8 @@ struct Call {
 /// A function of any signature that calls are led past.
 struct HookedFunction {
   std::string name;
+  /// How its arguments are shown; see showCall.
+  std::string_view signature;
   const void* original;
   /// Returns where the call goes on (usually `original`), or null when it answers by `result`.
   const void* (*before)(Call&);
@@ -33,5 +36,9 @@ struct HookedFunction {
 /// Makes the address to call instead of `function.original`. Both live until the process ends.
 /// Stubs keep every register that a call may use for arguments or for its result.
 const void* makeStub(HookedFunction& function);
+
+/// Whether an address is where a stub's original returns to: its caller is a hooked function whose
+/// last act is a jump.
+bool isReturnToStub(const void* address);
 
 }  // namespace bed

@@ -26,6 +26,8 @@ enum class Failure {
 /// What is known of one function that the library calls.
 struct Win32Function {
   std::string_view name;
+  /// How its arguments are shown; see showCall.
+  std::string_view signature = {};
   Failure failure = Failure::kCannotFail;
   /// The error of a failure that names none; 0 leaves the last error as it is.
   uint32_t error = 0;

@@ -9,7 +9,7 @@ import java.util.List;
 public final class Call {
 
     /** Java's own idea of the process's ANSI code page. */
-    private static final Charset ANSI = Charset.forName(System.getProperty("sun.jnu.encoding"));
+    static final Charset ANSI = Charset.forName(System.getProperty("sun.jnu.encoding"));
 
     private final int index;
     private final String name;

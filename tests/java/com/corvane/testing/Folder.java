@@ -24,9 +24,14 @@ public final class Folder {
         this.path = path;
     }
 
-    /** The folder with this name below the temporary one, made anew. */
+    /** The folder with this name below the temporary one, as it is. */
+    static Folder at(String name) {
+        return new Folder(Path.of(System.getProperty("java.io.tmpdir"), "corvane test", name));
+    }
+
+    /** The same, made anew. */
     public static Folder named(String name) {
-        Folder folder = new Folder(Path.of(System.getProperty("java.io.tmpdir"), "corvane test", name));
+        Folder folder = at(name);
         folder.clear();
         return folder;
     }

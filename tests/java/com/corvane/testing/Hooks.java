@@ -77,6 +77,12 @@ public final class Hooks {
         answer(function, 0, lastError, arguments, data);
     }
 
+    /** Answers every call of a function, after those that are answered or failed one by one. */
+    static native void answerAlways(String function, long result);
+
+    /** Makes every call of a function fail. */
+    static native void failAlways(String function, int error);
+
     /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */
     public static native void answerValue(int type, byte[] data);
 
@@ -99,6 +105,18 @@ public final class Hooks {
 
     /** The function that {@link #failNth} or {@link #fail} hit; empty when none. */
     public static native String failed();
+
+    /** 1 for a function of Windows, 2 for one of JNI, 0 for one that no table has. */
+    static native int kind(String function);
+
+    /** All calls since the last reset as the tables of functions show them: a tab before each argument. */
+    static native String[] shownCalls();
+
+    /** What was prepared and has not come about, in words. */
+    static native String[] unused();
+
+    /** What the last native returned beside its exception, '' for an empty text; empty for null, 0, false. */
+    public static native String returned();
 
     static native String[] callNames();
 

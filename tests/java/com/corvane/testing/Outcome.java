@@ -36,6 +36,15 @@ public record Outcome(String value, Throwable thrown) {
         }
     }
 
+    /** What a native returns beside the exception that it throws; see {@link Hooks#returned}. */
+    public static String beside(Action action) {
+        Outcome outcome = ofVoid(action);
+        if (!outcome.isException()) {
+            throw new AssertionError("nothing was thrown, but it " + outcome);
+        }
+        return Hooks.returned();
+    }
+
     private static String text(Object value) {
         String all = Arrays.deepToString(new Object[] {value});
         return all.substring(1, all.length() - 1);

@@ -14,6 +14,8 @@ import org.junit.jupiter.api.extension.ExtensionContext;
 public final class TestBed implements BeforeEachCallback, AfterEachCallback {
 
     private static final int INVALID_HANDLE = 6;
+    /** As many as JNI promises to have room for. */
+    private static final int MOST_LOCAL_REFERENCES = 16;
 
     static {
         Hooks.load();
@@ -56,6 +58,9 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
         List<String> complaints = new ArrayList<>(List.of(Hooks.violations()));
         for (String open : Hooks.unbalanced()) {
             complaints.add("still open: " + open);
+        }
+        if (Hooks.peakLocalReferences() > MOST_LOCAL_REFERENCES) {
+            complaints.add("references pile up: " + Hooks.peakLocalReferences() + " at once");
         }
         return complaints;
     }

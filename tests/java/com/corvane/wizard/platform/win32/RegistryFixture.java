@@ -7,7 +7,7 @@ import static com.corvane.testing.Bytes.utf16;
 import com.corvane.testing.RawRegistry;
 
 /** The registry that tests read and change: below {@link #KEY}, one value of each kind and a tree. */
-final class RegistryFixture {
+public final class RegistryFixture {
 
     static final int HKCU = Win32RegistryServiceImpl.HKEY_CURRENT_USER;
     static final String KEY = RawRegistry.KEY;
@@ -25,7 +25,7 @@ final class RegistryFixture {
     private RegistryFixture() {}
 
     /** Makes the key anew with everything in it. */
-    static void fill() {
+    public static void fill() {
         RawRegistry.deleteTree(KEY);
         RawRegistry.createKey(KEY + "\\tree\\branch\\leaf");
         RawRegistry.createKey(KEY + "\\tree\\other");

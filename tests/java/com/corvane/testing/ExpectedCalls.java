@@ -1,0 +1,86 @@
+package com.corvane.testing;
+
+import com.corvane.testing.Words.Word;
+import java.util.ArrayList;
+import java.util.HashMap;
+import java.util.List;
+import java.util.Map;
+
+/** The calls that a scene names: all of each function that it names at all, in order. */
+final class ExpectedCalls {
+
+    private final Stage stage;
+    private final List<List<String>> expected = new ArrayList<>();
+    /** By the whole name of a function, the name in the scene. */
+    private final Map<String, String> names = new HashMap<>();
+
+    ExpectedCalls(List<Word> clause, Windows system, Stage stage) {
+        this.stage = stage;
+        for (List<Word> entry : Words.parts(clause, ";")) {
+            boolean none = entry.get(0).is("no");
+            String name = entry.get(none ? 1 : 0).text();
+            names.put(Plan.fullName(name, system), name);
+            if (!none) {
+                expected.add(entry.stream().map(word -> word.text().isEmpty() ? "''" : word.text()).toList());
+            }
+        }
+    }
+
+    /** Nothing, or what was expected beside what came. */
+    List<String> differences() {
+        List<List<String>> came = came();
+        StringBuilder table = new StringBuilder();
+        boolean differs = false;
+        for (int row = 0; row < Math.max(expected.size(), came.size()); ++row) {
+            List<String> wanted = row < expected.size() ? expected.get(row) : List.of("(nothing more)");
+            List<String> call = row < came.size() ? came.get(row) : List.of("(nothing more)");
+            boolean fits = fits(wanted, call);
+            differs |= !fits;
+            table.append(fits ? "\n      as it must be  " : "\n      expected       ").append(String.join(" ", wanted));
+            if (!fits) {
+                table.append("\n      came           ").append(String.join(" ", call));
+            }
+        }
+        return differs ? List.of("the calls that the scene names" + table) : List.of();
+    }
+
+    private List<List<String>> came() {
+        List<List<String>> came = new ArrayList<>();
+        for (String call : Hooks.shownCalls()) {
+            List<String> words = new ArrayList<>(List.of(stage.shown(call).split("\t", -1)));
+            String name = names.get(words.get(0));
+            if (name != null) {
+                words.set(0, name);
+                came.add(words);
+            }
+        }
+        return came;
+    }
+
+    /** The last arguments may be left out. */
+    private boolean fits(List<String> wanted, List<String> call) {
+        boolean fits = wanted.size() <= call.size();
+        for (int index = 0; fits && index < wanted.size(); ++index) {
+            fits = fits(wanted.get(index), call.get(index));
+        }
+        return fits;
+    }
+
+    private boolean fits(String wanted, String came) {
+        if (wanted.equals("&")) {
+            return !came.equals("0") && !came.equals("null");
+        }
+        String real = stage.shown(stage.real(wanted));
+        return (real.matches("x[0-9A-F_]+") ? real.replace("_", "") : real).equals(came)
+                || isNumber(wanted) && isNumber(came) && isSame(Words.number(wanted), Words.number(came));
+    }
+
+    private static boolean isNumber(String text) {
+        return text.matches("-?\\d{1,18}|0x[0-9A-Fa-f]{1,16}");
+    }
+
+    /** A negative number of 32 bits may be written in either way. */
+    private static boolean isSame(long wanted, long came) {
+        return wanted == came || came < 0 && came == (int) wanted && wanted >>> 32 == 0;
+    }
+}

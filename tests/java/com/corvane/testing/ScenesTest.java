@@ -1,0 +1,51 @@
+package com.corvane.testing;
+
+import static org.junit.jupiter.api.Assertions.assertThrows;
+import static org.junit.jupiter.api.Assertions.assertTrue;
+
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.ArrayList;
+import java.util.List;
+import org.junit.jupiter.api.DynamicContainer;
+import org.junit.jupiter.api.DynamicTest;
+import org.junit.jupiter.api.TestFactory;
+import org.junit.jupiter.api.extension.ExtendWith;
+
+/** All scenes, each a test of its own on each of its systems; and the scenes that must fail. */
+@ExtendWith(TestBed.class)
+class ScenesTest {
+
+    /** "corvane.test.scene" names the files to play; without it, all are. */
+    @TestFactory
+    List<DynamicContainer> scenes() throws IOException {
+        String wanted = System.getProperty("corvane.test.scene", "\\w+");
+        List<DynamicContainer> tests = new ArrayList<>();
+        try (var files = Files.list(Path.of(System.getProperty("corvane.test.scenes")))) {
+            for (Path file : files.sorted().toList()) {
+                if (file.getFileName().toString().matches(wanted + "\\.txt")) {
+                    tests.add(DynamicContainer.dynamicContainer(file.getFileName().toString(),
+                            new SceneFile(file).sections().stream().map(SceneFile.Section::tests)));
+                }
+            }
+        }
+        return tests;
+    }
+
+    /** Each complains in the words of its heading. */
+    @TestFactory
+    List<DynamicTest> scenesThatMustFail() throws IOException {
+        List<DynamicTest> tests = new ArrayList<>();
+        Path file = Path.of(System.getProperty("corvane.test.scenes"), "engine", "must_fail.txt");
+        for (SceneFile.Section section : new SceneFile(file).sections()) {
+            for (Scene scene : section.scenes()) {
+                tests.add(DynamicTest.dynamicTest(section.heading(), () -> {
+                    String said = assertThrows(AssertionError.class, () -> scene.play("W10")).getMessage();
+                    assertTrue(said.contains(section.heading()), said);
+                }));
+            }
+        }
+        return tests;
+    }
+}

@@ -1,0 +1,76 @@
+package com.corvane.testing;
+
+import java.util.ArrayList;
+import java.util.List;
+import java.util.regex.Matcher;
+import java.util.regex.Pattern;
+
+/** A line of a scene, cut at its blanks; quotes keep what has blanks together. */
+final class Words {
+
+    /** One word without its quotes, and where it stands in the line with them. */
+    record Word(String text, boolean quoted, int start, int end) {
+        boolean is(String other) {
+            return !quoted && text.equals(other);
+        }
+    }
+
+    private static final Pattern WORD = Pattern.compile("(?:'[^']*'|[^\\s'])+");
+    private static final Pattern REPEATED = Pattern.compile("(?:\\(([^()]+)\\)|(.))\\*(\\d+)");
+
+    private Words() {}
+
+    static List<Word> of(String line) {
+        List<Word> words = new ArrayList<>();
+        Matcher found = WORD.matcher(line);
+        while (found.find()) {
+            String raw = found.group();
+            int length = raw.length();
+            boolean separator = length > 1 && (raw.endsWith(";") || raw.endsWith(","));
+            if (separator) {
+                raw = raw.substring(0, --length);
+            }
+            words.add(new Word(raw.replace("'", ""), raw.contains("'"), found.start(), found.start() + length));
+            if (separator) {
+                words.add(new Word(line.substring(found.end() - 1, found.end()), false, found.end() - 1, found.end()));
+            }
+        }
+        return words;
+    }
+
+    /** The line as it stands from the first of these words to the last. */
+    static String raw(String line, List<Word> words) {
+        return words.isEmpty() ? "" : line.substring(words.get(0).start(), words.get(words.size() - 1).end());
+    }
+
+    /** The parts between these separators. */
+    static List<List<Word>> parts(List<Word> words, String separator) {
+        List<List<Word>> parts = new ArrayList<>();
+        List<Word> part = new ArrayList<>();
+        for (Word word : words) {
+            if (word.is(separator)) {
+                parts.add(part);
+                part = new ArrayList<>();
+            } else {
+                part.add(word);
+            }
+        }
+        parts.add(part);
+        parts.removeIf(List::isEmpty);
+        return parts;
+    }
+
+    /** "x*3" stands for "xxx", "(ab)*2" for "abab", and U+2400 for a NUL. */
+    static String spelledOut(String text) {
+        return REPEATED.matcher(text)
+                .replaceAll(found -> Matcher.quoteReplacement(
+                        (found.group(1) != null ? found.group(1) : found.group(2))
+                                .repeat(Integer.parseInt(found.group(3)))))
+                .replace('\u2400', '\0');
+    }
+
+    /** Decimal or hexadecimal, with a sign or not. */
+    static long number(String text) {
+        return text.startsWith("0x") ? Long.parseUnsignedLong(text.substring(2), 16) : Long.parseLong(text);
+    }
+}

@@ -1,0 +1,140 @@
+#include "shown_call.h"
+
+#include <windows.h>
+
+#include <iterator>
+
+namespace bed {
+namespace {
+
+constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
+/// Below it a number is shown in decimal.
+constexpr int64_t kSmall = 1000;
+
+template <class Target>
+const Target* at(uint64_t word) {
+  return reinterpret_cast<const Target*>(word);
+}
+
+std::wstring showNumber(uint64_t number) {
+  const auto value = static_cast<int64_t>(number);
+  if (value > -kSmall && value < kSmall) {
+    return std::to_wstring(value);
+  }
+  std::wstring hex;
+  for (; number != 0; number /= 16) {
+    hex.insert(hex.begin(), kDigits[number % 16]);
+  }
+  return L"0x" + hex;
+}
+
+std::wstring showNumber32(uint32_t number) {
+  const auto value = static_cast<int32_t>(number);
+  return showNumber(value > -kSmall && value < 0 ? static_cast<uint64_t>(int64_t{value}) : number);
+}
+
+std::wstring showBytes(const uint8_t* bytes, size_t count) {
+  std::wstring hex = L"x";
+  for (size_t index = 0; bytes != nullptr && index < count; ++index) {
+    hex += kDigits[bytes[index] / 16];
+    hex += kDigits[bytes[index] % 16];
+  }
+  return hex;
+}
+
+std::wstring showText(const char* text) {
+  std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0)),
+                    L'\0');
+  MultiByteToWideChar(CP_ACP, 0, text, -1, wide.data(), static_cast<int>(wide.size()));
+  wide.pop_back();
+  return wide;
+}
+
+/// What is no address is the number of a function in a module, which has no name.
+std::wstring showText(bool wide, uint64_t word) {
+  if (word <= 0xFFFF) {
+    return word == 0 ? L"null" : showNumber(word);
+  }
+  const std::wstring text = wide ? at<wchar_t>(word) : showText(at<char>(word));
+  return text.empty() ? L"''" : text;
+}
+
+std::wstring showKey(uint64_t word) {
+  constexpr const wchar_t* kNames[] = {L"HKCR", L"HKCU", L"HKLM", L"HKU", L"HKPD", L"HKCC"};
+  const uint32_t number = static_cast<uint32_t>(word) - 0x80000000U;
+  return number < std::size(kNames) ? kNames[number] : word == 0 ? L"null" : L"a key";
+}
+
+std::wstring showSid(const char* label, const void* sid) {
+  if (sid == nullptr) {
+    return L"";
+  }
+  const auto* bytes = static_cast<const uint8_t*>(sid);
+  std::wstring text =
+      showText(label) + L"=S-" + std::to_wstring(bytes[0]) + L"-" + std::to_wstring(bytes[7]);
+  for (size_t index = 0; index < bytes[1]; ++index) {
+    text += L"-" + std::to_wstring(*reinterpret_cast<const uint32_t*>(bytes + 8 + 4 * index));
+  }
+  return text;
+}
+
+std::wstring showDescriptor(const SECURITY_DESCRIPTOR* descriptor) {
+  std::wstring text = showSid("owner", descriptor->Owner) + showSid("group", descriptor->Group);
+  const bool more = descriptor->Revision != SECURITY_DESCRIPTOR_REVISION ||
+                    descriptor->Control != 0 || descriptor->Sacl != nullptr ||
+                    descriptor->Dacl != nullptr;
+  return more ? text + L" and more" : text;
+}
+
+std::wstring showPointed(char letter, const uint64_t* word) {
+  const auto address = *word;
+  if (address == 0) {
+    return L"null";
+  }
+  switch (letter) {
+    case 'i':
+      return showNumber32(*at<uint32_t>(address));
+    case 'q':
+      return showNumber(*at<uint64_t>(address));
+    case 'o':
+      return showDescriptor(at<SECURITY_DESCRIPTOR>(address));
+    case 'd':
+      return showBytes(at<uint8_t>(address), static_cast<uint32_t>(word[1]));
+    default:
+      return showBytes(at<uint8_t>(address), static_cast<size_t>(letter - '0'));
+  }
+}
+
+std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
+  switch (letter) {
+    case 't':
+    case 'u':
+      return showText(wide || letter == 'u', *word);
+    case 'n':
+      return showNumber32(static_cast<uint32_t>(*word));
+    case 'y':
+      return showNumber(*word & 0xFF);
+    case 'w':
+      return showNumber(*word);
+    case 'p':
+      return *word == 0 ? L"0" : L"&";
+    case 'k':
+      return showKey(*word);
+    default:
+      return showPointed(letter, word);
+  }
+}
+
+}  // namespace
+
+std::wstring showCall(std::string_view name, std::string_view signature, const uint64_t* words) {
+  std::wstring shown(name.begin(), name.end());
+  for (size_t index = 0; index < signature.size(); ++index) {
+    if (signature[index] != '-') {
+      shown += L'\t' + showArgument(signature[index], name.ends_with('W'), words + index);
+    }
+  }
+  return shown;
+}
+
+}  // namespace bed
