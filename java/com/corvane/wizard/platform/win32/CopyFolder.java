@@ -74,13 +74,14 @@ final class CopyFolder {
         }
     }
 
-    /** Whether it may be removed. A link leads to what is not ours; it stays. */
+    /** Whether it may be removed. A link, or a name that was not made here, leads to what is not ours: it stays. */
     private static boolean mayBeRemoved(Path folder) {
         try {
             BasicFileAttributes attributes =
                     Files.readAttributes(folder, BasicFileAttributes.class, LinkOption.NOFOLLOW_LINKS);
             long age = System.currentTimeMillis() - attributes.lastModifiedTime().toMillis();
-            return attributes.isDirectory() && !attributes.isOther()
+            return folder.getFileName().toString().matches(PREFIX + "\\d+")
+                    && attributes.isDirectory() && !attributes.isOther()
                     && (Files.exists(copyIn(folder)) || age > STALE_MILLISECONDS);
         } catch (IOException e) {
             return false;
