@@ -3,6 +3,7 @@ package com.corvane.wizard.platform.win32;
 import static com.corvane.testing.Outcome.assertFails;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertFalse;
+import static org.junit.jupiter.api.Assertions.assertNull;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Call;
@@ -24,6 +25,18 @@ import org.junit.jupiter.params.provider.EnumSource;
 /** Windows' attribute mask and Java's object for it. */
 @ExtendWith(TestBed.class)
 class FileAttributesTest {
+
+    /** What fails without a reason is not reported. */
+    @Test
+    void aFailureWithoutAReasonIsNone() throws Exception {
+        Windows.W10.use();
+        Hooks.fail("SetFileAttributesW", 1, 0);
+        Hooks.fail("GetFileAttributesW", 1, 0);
+        Hooks.fail("GetProcAddress", 1, 0);
+        assertNull(files.getFileAttributes("X:\\no\\file"));
+        files.setFileAttributes("X:\\no\\file", new FileAttributes());
+        assertEquals("", files.getFileOwner("X:\\no\\file"));
+    }
 
     private static final long E_FAIL = 0x80004005L;
     private static final long E_INVALIDARG = 0x80070057L;

@@ -178,6 +178,9 @@ class RegistryKeyTest {
         assertFails(-100002, NO_SUCH_FILE, () -> registry.deleteKey(HKCU, KEY, "tree", true));
         assertEquals(1, Call.of("RegDeleteKeyW").size());
         assertFails(-100002, ACCESS_DENIED, () -> registry.deleteKey(HKCU, KEY, "tree", false));
+        // A name that begins with a NUL reads as the empty one: the key itself, over and over.
+        Hooks.answer("RegEnumKeyExW", 0, 2, new byte[] {0, 0, 'a', 0, 0, 0});
+        assertFails(-100002, BAD_KEY, () -> registry.deleteKey(HKCU, KEY, "second", true));
         Hooks.answer("NtDeleteKey", STATUS_KEY_DELETED);
         Hooks.answer("NtDeleteKey", STATUS_ACCESS_DENIED);
         assertFails(-100002, NO_SUCH_FILE, () -> registry.deleteKey(HKCU, KEY + "\\tree", "link", true));
