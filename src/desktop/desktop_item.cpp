@@ -86,29 +86,52 @@ void deleteShortcut(const Place& place, const WString& name) {
   notifyShell(SHCNE_DELETE, candidate);
 }
 
-/// A path as the shell spells it: without what Windows cuts off its end.
-WString withoutEnd(const WString& path) {
-  return path.substr(0, path.find_last_not_of(L"\\/. ") + 1);
+/// A path as the shell spells it: with single backslashes, but at its head, and without what
+/// Windows cuts off its end.
+WString asShellSpells(const WString& path) {
+  WString spelled;
+  for (const wchar_t character : path) {
+    const wchar_t unit = character == L'/' ? L'\\' : character;
+    if (unit != L'\\' || spelled.size() < 2 || spelled.back() != L'\\') {
+      spelled += unit;
+    }
+  }
+  return spelled.substr(0, spelled.find_last_not_of(L"\\. ") + 1);
+}
+
+bool isShellsOwn(const Place& place) {
+  return isWindowsXPOrLater() && isSpecialFolder(asShellSpells(place.path()));
 }
 
 /// What of a subfolder is removed with a folder or a shortcut: nothing but what is below the folder
-/// and is named. "." is the folder itself, and "sub\\.." may be it.
+/// and is named. "." is the folder itself, "sub\\.." may be it, and so may a stream of nothing.
 WString belowFolder(const WString& subfolder) {
-  if (leadsUpwards(subfolder)) {
+  const WString read = asSystemReads(subfolder);
+  if (leadsUpwards(read) || read.find(L':') != WString::npos) {
     throw Win32Failure(ERROR_BAD_PATHNAME);
   }
-  return namedPath(subfolder);
+  return namedPath(read);
+}
+
+/// The folder of a place where something is made or removed. A drive and nothing else would become
+/// its root.
+WString ownFolder(const WString& folder) {
+  WString expanded = expandFolderTokens(folder);
+  if (isDriveAlone(expanded.c_str())) {
+    throw Win32Failure(ERROR_PATH_NOT_FOUND);
+  }
+  return expanded;
 }
 
 }  // namespace
 
 void createDesktopFolder(const WString& folder, const WString& subfolder) {
-  createFolders(Place(expandFolderTokens(folder), subfolder));
+  createFolders(Place(ownFolder(folder), subfolder));
 }
 
 void removeDesktopFolder(const WString& folder, const WString& subfolder) {
+  const WString expanded = ownFolder(folder);
   const WString below = belowFolder(subfolder);
-  const WString expanded = expandFolderTokens(folder);
   if (!below.empty()) {
     removeFolders(Place(expanded, below));
   }
@@ -121,18 +144,18 @@ void createDesktopItem(const WString& folder,
   if (FAILED(comStartupResult())) {
     throw Win32Failure(static_cast<uint32_t>(comStartupResult()));
   }
-  const Place place(expandFolderTokens(folder), subfolder);
+  const Place place(ownFolder(folder), subfolder);
   createFolders(place);
   throwUnlessZero(static_cast<uint32_t>(saveOnThisThread(place.item(name), link)));
 }
 
 void removeDesktopItem(const WString& folder, const WString& subfolder, const WString& name) {
+  const WString expanded = ownFolder(folder);
   const WString below = belowFolder(subfolder);
-  const Place place(expandFolderTokens(folder), below);
-  deleteShortcut(place, name);
-  const bool stays =
-      below.empty() || (isWindowsXPOrLater() && isSpecialFolder(withoutEnd(place.path())));
-  if (!stays) {
+  // A shortcut that the system refuses to delete without a reason is as good as gone.
+  reasonedOnly([&] { deleteShortcut(Place(expanded, subfolder), name); });
+  const Place place(expanded, below);
+  if (!below.empty() && !isShellsOwn(place)) {
     removeFolders(place);
   }
 }

@@ -14,7 +14,9 @@ namespace {
 constexpr const wchar_t* kSeparators = L"\\/";
 
 void removeFolder(const WString& path) {
-  throwUnless(ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path.c_str()) != FALSE);
+  if (ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path.c_str()) == FALSE) {
+    throwUnlessZero(GetLastError());
+  }
 }
 
 /// The folders that one call has made. Unless they are kept they are removed again, the last one
@@ -40,7 +42,7 @@ class CreatedFolders {
     const DWORD error = GetLastError();
     paths_.pop_back();
     if (error != ERROR_FILE_EXISTS && error != ERROR_ALREADY_EXISTS) {
-      throw Win32Failure(error);
+      throwUnlessZero(error);
     }
   }
 

@@ -7,7 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include "bridge/win32/path.h"
 #include "bridge/win32/platform.h"
 #include "bridge/win32/win32_failure.h"
 #include "environment/special_folder.h"
@@ -71,12 +70,9 @@ WString expandFolderTokens(WString text) {
 }
 
 Place::Place(WString folder, WString subfolder)
-    : folder_(std::move(folder)), subfolder_(std::move(subfolder)) {
-  if (isDriveAlone(folder_.c_str())) {
-    throw Win32Failure(ERROR_PATH_NOT_FOUND);
-  }
-  path_ = joined(folder_, subfolder_);
-}
+    : folder_(std::move(folder)),
+      subfolder_(std::move(subfolder)),
+      path_(joined(folder_, subfolder_)) {}
 
 WString Place::item(const WString& name, const wchar_t* extension) const {
   return joined(path_, name) + extension;

@@ -16,8 +16,7 @@ WString expandFolderTokens(WString text);
 /// empty. Joined once, and the same for all that is done there.
 class Place {
  public:
-  /// `folder` is expanded already. One that is a drive and nothing else (see isDriveAlone) would
-  /// become its root here: Win32Failure with ERROR_PATH_NOT_FOUND is thrown.
+  /// `folder` is expanded already.
   Place(WString folder, WString subfolder);
 
   const WString& folder() const noexcept { return folder_; }

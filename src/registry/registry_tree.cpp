@@ -29,7 +29,8 @@ constexpr ULONG kBasicInformation = 0;
 constexpr auto kNoSuchValue = static_cast<NTSTATUS>(0xC0000034);
 
 /// Whether a key is certainly no link: it lacks the value that makes one. Asked through a handle of
-/// its own, for which the rights to delete do not suffice.
+/// its own, for which the rights to delete do not suffice; a system that gives none leaves it open,
+/// and the key is deleted in the way that is right for both.
 bool isNoLink(HKEY key) noexcept {
   const RuntimeFunction<QueryValueKey> queryValueKey("ntdll.dll", "NtQueryValueKey");
   const HANDLE process = GetCurrentProcess();
@@ -74,7 +75,11 @@ class OpenKeys {
 
   bool empty() const noexcept { return levels_.empty(); }
 
+  /// A name that holds a NUL reads as a shorter one, or as the key itself.
   LSTATUS open(WString name) {
+    if (!namesSubKey(name.c_str())) {
+      return ERROR_BADKEY;
+    }
     HKEY opened = nullptr;
     const LSTATUS result = RegOpenKeyExW(deepest(),
                                          name.c_str(),
@@ -121,11 +126,8 @@ class OpenKeys {
 }  // namespace
 
 LSTATUS deleteRegistryTree(HKEY parent, const wchar_t* name) {
-  if (!namesSubKey(name)) {
-    return ERROR_BADKEY;
-  }
   OpenKeys keys(parent);
-  LSTATUS result = keys.open(name);
+  LSTATUS result = keys.open(textOrEmpty(name));
   while (result == ERROR_SUCCESS && !keys.empty()) {
     // The first sub-key, over and over: each is gone when its parent's turn comes again.
     result = keys.openFirstSubKey();

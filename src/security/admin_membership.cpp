@@ -65,11 +65,12 @@ class AdminCheck {
       return token;
     }
     const DWORD error = GetLastError();
-    if (error != ERROR_NO_TOKEN) {
-      throw Win32Failure(error);
-    }
+    throwUnlessZero(error == ERROR_NO_TOKEN ? ERROR_SUCCESS : error);
     // The thread does not impersonate.
-    throwUnless(call_.openProcessToken(GetCurrentProcess(), DWORD{TOKEN_QUERY}, &token) != FALSE);
+    if (error == ERROR_NO_TOKEN &&
+        call_.openProcessToken(GetCurrentProcess(), DWORD{TOKEN_QUERY}, &token) == FALSE) {
+      throwUnlessZero(GetLastError());
+    }
     return token;
   }
 
@@ -124,9 +125,11 @@ class AdminCheck {
 }  // namespace
 
 bool queryAdminMembership() {
-  Functions functions;
-  throwUnless(functions.find(advapi32()));
-  return AdminCheck(functions).run();
+  return reasonedOnly([] {
+    Functions functions;
+    throwUnless(functions.find(advapi32()));
+    return AdminCheck(functions).run();
+  });
 }
 
 }  // namespace corvane

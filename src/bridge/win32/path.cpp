@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstring>
+#include <cwchar>
 #include <string_view>
 
 #include "bridge/win32/ansi_or_wide.h"
@@ -24,13 +26,27 @@ bool beginsWithDevicePrefix(std::wstring_view path) noexcept {
           (path[1] == L'?' && path[2] == L'?'));
 }
 
-/// A letter and a colon; Windows cuts blanks behind it off.
-bool isDrive(std::wstring_view name) noexcept {
-  return name.size() >= 2 && name[1] == L':' && name.find_first_not_of(L' ', 2) == name.npos;
+/// A letter and a colon. Windows cuts dots and blanks behind it off, but that `X:.` is the current
+/// directory of the drive and `X:..` the one above it.
+bool isDrive(std::wstring_view name, bool device) noexcept {
+  if (name.size() < 2 || name[1] != L':') {
+    return false;
+  }
+  const std::wstring_view rest = name.substr(2);
+  return rest.find_first_not_of(L". ") == rest.npos && (device || (rest != L"." && rest != L".."));
+}
+
+bool isVolume(const WString& name) noexcept {
+  return _wcsnicmp(name.c_str(), L"Volume{", 7) == 0 ||
+         _wcsnicmp(name.c_str(), L"HarddiskVolume", 14) == 0;
 }
 
 bool namesSomething(std::wstring_view component) noexcept {
   return component.find_first_not_of(L". ") != component.npos;
+}
+
+bool isAscii(const WString& text) noexcept {
+  return std::all_of(text.begin(), text.end(), [](wchar_t unit) { return unit < 0x80; });
 }
 
 }  // namespace
@@ -40,14 +56,22 @@ bool pathExists(const WString& path) {
          INVALID_FILE_ATTRIBUTES;
 }
 
-bool isDriveAlone(const wchar_t* path) noexcept {
-  std::wstring_view rest(path == nullptr ? L"" : path);
-  const bool device = beginsWithDevicePrefix(rest);
-  if (device) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(kSeparators, 3), rest.size()));
+WString asSystemReads(const WString& text) {
+  if (isAscii(text) || !isWindows9x()) {
+    return text;
   }
-  const size_t separator = rest.find_last_of(kSeparators);
-  return isDrive(rest.substr(separator + 1)) || (device && separator == rest.npos);
+  const AnsiText ansi(text.c_str());
+  const char* const bytes = ansi;
+  return boundedTextFromAnsi(bytes, std::strlen(bytes));
+}
+
+bool isDriveAlone(const wchar_t* path) {
+  const WString text = asSystemReads(textOrEmpty(path));
+  if (!beginsWithDevicePrefix(text)) {
+    return isDrive(text, false);
+  }
+  const WString name = text.substr(text.find_last_of(kSeparators) + 1);
+  return isDrive(name, true) || isVolume(name);
 }
 
 std::vector<WString> componentsOf(const WString& path) {
@@ -65,14 +89,18 @@ WString namedPath(const WString& path) {
   for (size_t at = 0; at < path.size();) {
     const size_t begin = std::min(path.find_first_not_of(kSeparators, at), path.size());
     const size_t end = std::min(path.find_first_of(kSeparators, begin), path.size());
-    const bool wanted =
-        begin == end ? !named.empty() : namesSomething(path.substr(begin, end - begin));
-    if (wanted) {
-      named.append(path, at, end - at);
+    const std::wstring_view component(path.data() + begin, end - begin);
+    if (component != L".") {
+      if (begin != end && !namesSomething(component)) {
+        return {};
+      }
+      // What stood before a component that is left out is no head of the path.
+      const size_t head = named.empty() && at != 0 ? begin : at;
+      named.append(path, head, end - head);
     }
     at = end;
   }
-  return named;
+  return named.find_first_not_of(kSeparators) == WString::npos ? WString() : named;
 }
 
 bool leadsUpwards(const WString& path) {

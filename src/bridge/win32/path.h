@@ -12,21 +12,25 @@ namespace corvane {
 /// Win32: GetFileAttributesA/W.
 bool pathExists(const WString& path);
 
+/// The text as the functions of the family read it. On Windows 9x the code page makes separators,
+/// colons and dots of other characters, too: what is decided by a path is decided by this form.
+WString asSystemReads(const WString& text);
+
 /// Whether `path` is a drive and nothing else: `X:`, also behind the prefix of a device (`\\.\X:`,
-/// `\\?\X:`), or a volume that has such a name only (`\\?\Volume{...}`). Null is none.
+/// `\\?\X:`), or a volume behind one (`\\?\Volume{...}`). Null is none.
 ///
 /// To Windows and to Java `X:` is the current directory of that drive. What appends a separator to
 /// it, as everything does that looks into a directory, has the root instead: what deletes or makes
 /// something refuses such a path as it does the empty one (ERROR_PATH_NOT_FOUND). `X:\` is the root
 /// and means it.
-bool isDriveAlone(const wchar_t* path) noexcept;
+bool isDriveAlone(const wchar_t* path);
 
 /// The names between the separators, which are backslashes and slashes.
 std::vector<WString> componentsOf(const WString& path);
 
-/// The path without the components of dots and blanks alone. These name nothing: Windows takes them
-/// for the folder that they stand in (and Windows 9x three dots for one above it). Separators stay
-/// as they are given; where there are no others, none is left either.
+/// The path without its components ".", which are the folder that they stand in; with any other
+/// component of dots and blanks alone it names nothing, for systems differ in what they make of
+/// these, and is empty. Separators stay as they are given; alone they name nothing either.
 WString namedPath(const WString& path);
 
 /// Whether a component of the path is "..", with or without blanks around it.

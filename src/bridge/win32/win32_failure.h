@@ -40,4 +40,16 @@ inline void throwUnless(bool succeeded) {
   }
 }
 
+/// For work of which only a failure with a reason is reported: without one (the last error is 0)
+/// the answer is the default value of its type.
+template <class Work>
+auto reasonedOnly(const Work& work) -> decltype(work()) {
+  try {
+    return work();
+  } catch (const Win32Failure& failure) {
+    throwUnlessZero(failure.code());
+  }
+  return decltype(work())();
+}
+
 }  // namespace corvane

@@ -52,7 +52,7 @@ bool tryNames(bool ansi, const void* directory, HANDLE& probe) {
     }
     const DWORD error = GetLastError();
     if (error != ERROR_ALREADY_EXISTS && error != ERROR_FILE_EXISTS) {
-      return false;
+      return error == ERROR_SUCCESS;
     }
   }
   return true;

@@ -80,9 +80,7 @@ struct Writing {
   }
 };
 
-}  // namespace
-
-AccountName readPrincipal(const wchar_t* path, Principal which) {
+AccountName findPrincipal(const wchar_t* path, Principal which) {
   SecurityReader getNamedSecurityInfo;
   SidLookUp lookupAccountSid;
   throwUnless((getNamedSecurityInfo = RUNTIME_FUNCTION(advapi32, GetNamedSecurityInfoW)) &&
@@ -102,7 +100,7 @@ AccountName readPrincipal(const wchar_t* path, Principal which) {
   return findAccount(lookupAccountSid, sid);
 }
 
-void writePrincipal(const wchar_t* path, Principal which, const wchar_t* account) {
+void setPrincipal(const wchar_t* path, Principal which, const wchar_t* account) {
   Writing functions;
   throwUnless(functions.find());
   ByteBuffer sid = findSid(functions.lookupAccountName, account);
@@ -110,6 +108,16 @@ void writePrincipal(const wchar_t* path, Principal which, const wchar_t* account
   const PrivilegeEnabler restore("SeRestorePrivilege");
   const PrivilegeEnabler backup("SeBackupPrivilege");
   throwUnless(functions.set(path, which, sid.data()) != FALSE);
+}
+
+}  // namespace
+
+AccountName readPrincipal(const wchar_t* path, Principal which) {
+  return reasonedOnly([&] { return findPrincipal(path, which); });
+}
+
+void writePrincipal(const wchar_t* path, Principal which, const wchar_t* account) {
+  reasonedOnly([&] { setPrincipal(path, which, account); });
 }
 
 }  // namespace corvane

@@ -18,7 +18,8 @@ struct AccountName {
   WString domain;
 };
 
-/// Both throw Win32Failure. The functions are looked up in advapi32.dll.
+/// Both throw Win32Failure for a failure with a reason. The functions are looked up in
+/// advapi32.dll.
 
 /// Win32: GetNamedSecurityInfoW, LookupAccountSidW.
 AccountName readPrincipal(const wchar_t* path, Principal which);

@@ -24,7 +24,10 @@ auto converted(const Conversion& conversion) {
 
 jobject getPathAttributes(JNIEnv* env, const wchar_t* path) {
   const DWORD mask = ansiOrWide(GetFileAttributesA, GetFileAttributesW, path);
-  throwUnless(mask != INVALID_FILE_ATTRIBUTES);
+  if (mask == INVALID_FILE_ATTRIBUTES) {
+    throwUnlessZero(GetLastError());
+    return nullptr;
+  }
   return converted([&] { return FileAttributeMapper(env, mask).build(); });
 }
 
@@ -36,7 +39,9 @@ void setPathAttributes(JNIEnv* env, const wchar_t* path, jobject attributes) {
     throw Win32Failure(ERROR_INVALID_PARAMETER);
   }
   const DWORD mask = converted([&] { return FileAttributeMapper(env).read(attributes); });
-  throwUnless(ansiOrWide(SetFileAttributesA, SetFileAttributesW, path, mask) != FALSE);
+  if (ansiOrWide(SetFileAttributesA, SetFileAttributesW, path, mask) == FALSE) {
+    throwUnlessZero(GetLastError());
+  }
 }
 
 }  // namespace corvane

@@ -9,7 +9,8 @@ namespace corvane {
 /// error, or with E_FAIL when the Java object could not be read or built, for which Windows has no
 /// name. They throw PendingJavaException when a method of the object threw.
 
-/// A new local reference. Win32: GetFileAttributesA/W.
+/// A new local reference; null when there are none and the system names no reason. Win32:
+/// GetFileAttributesA/W.
 jobject getPathAttributes(JNIEnv* env, const wchar_t* path);
 
 /// Win32: SetFileAttributesA/W. The path "." is refused with E_INVALIDARG: it is whatever directory

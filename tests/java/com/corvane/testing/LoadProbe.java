@@ -13,7 +13,8 @@ import java.nio.charset.StandardCharsets;
 /**
  * A program that loads the library as an installer does, and says how that went. Where "corvane.test.com"
  * says so, COM is started first, and a shortcut is tried. With arguments it loads the library once for each,
- * by a class loader that is gone afterwards; the argument is the temporary folder, encoded as in a URL.
+ * by a class loader that is gone afterwards and on an interrupted thread; the argument is the temporary folder,
+ * encoded as in a URL.
  */
 public final class LoadProbe {
 
@@ -49,10 +50,12 @@ public final class LoadProbe {
 
     private static String loadAnew() throws Exception {
         URL jar = new File(System.getProperty("java.class.path").split(File.pathSeparator)[0]).toURI().toURL();
+        Thread.currentThread().interrupt();
         try (URLClassLoader loader = new URLClassLoader(new URL[] {jar}, null)) {
             Class<?> registry = Class.forName(Win32RegistryServiceImpl.class.getName(), true, loader);
-            return "loaded, answers " + registry.getMethod("keyExists", int.class, String.class)
+            Object answer = registry.getMethod("keyExists", int.class, String.class)
                     .invoke(registry.getConstructor().newInstance(), 3, null);
+            return Thread.interrupted() ? "loaded, answers " + answer : "the interrupt is lost";
         } catch (InvocationTargetException failure) {
             return failure.getCause().toString();
         } catch (LinkageError failure) {

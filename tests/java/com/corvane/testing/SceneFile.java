@@ -27,7 +27,8 @@ final class SceneFile {
 
     private static final Pattern LET = Pattern.compile("let (\\w+) = (.*)");
     private static final Pattern NAME = Pattern.compile("\\$([A-Z][A-Z0-9_]*)\\b");
-    private static final Pattern CHOICE = Pattern.compile("\\{([^{}]*\\|[^{}]*)\\}");
+    /** What is chosen may itself have braces: {a|{b}}. */
+    private static final Pattern CHOICE = Pattern.compile("\\{((?:[^{}]|\\{\\w+\\})*\\|(?:[^{}]|\\{\\w+\\})*)\\}");
 
     /** What stands below one heading. */
     record Section(String heading, List<Scene> scenes) {

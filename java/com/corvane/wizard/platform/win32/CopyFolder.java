@@ -14,10 +14,10 @@ import java.nio.file.attribute.AclEntryPermission;
 import java.nio.file.attribute.AclEntryType;
 import java.nio.file.attribute.AclFileAttributeView;
 import java.nio.file.attribute.BasicFileAttributes;
-import java.nio.file.attribute.FileAttribute;
 import java.nio.file.attribute.UserPrincipal;
 import java.util.ArrayList;
 import java.util.Arrays;
+import java.util.Collections;
 import java.util.EnumSet;
 import java.util.LinkedHashSet;
 import java.util.List;
@@ -39,16 +39,15 @@ final class CopyFolder {
 
     /** A new folder in {@code place}; where the file system has rights, only its owner and rulers have any. */
     static Path create(Path place) throws IOException {
-        if (!Files.getFileStore(place).supportsFileAttributeView(AclFileAttributeView.class)) {
-            return Files.createTempDirectory(place, PREFIX);
-        }
-        List<AclEntry> rights = rights(place);
-        Path folder = Files.createTempDirectory(place, PREFIX, rightsFromTheStart(rights));
+        boolean hasRights = Files.getFileStore(place).supportsFileAttributeView(AclFileAttributeView.class);
+        Set<UserPrincipal> rulers = hasRights ? rulers() : Collections.emptySet();
+        Path folder = Files.createTempDirectory(place, PREFIX);
         try {
-            // Once more: Windows may have added what the place hands down to everything in it.
-            Files.getFileAttributeView(folder, AclFileAttributeView.class).setAcl(rights);
+            if (hasRights) {
+                closeToOthers(folder, rulers);
+            }
             return folder;
-        } catch (IOException e) {
+        } catch (IOException | RuntimeException e) {
             remove(folder);
             throw e;
         }
@@ -75,13 +74,14 @@ final class CopyFolder {
         }
     }
 
-    /** Whether it may be removed. A link leads to what is not ours; it stays. */
+    /** Whether it may be removed. A link, or a name that was not made here, leads to what is not ours: it stays. */
     private static boolean mayBeRemoved(Path folder) {
         try {
             BasicFileAttributes attributes =
                     Files.readAttributes(folder, BasicFileAttributes.class, LinkOption.NOFOLLOW_LINKS);
             long age = System.currentTimeMillis() - attributes.lastModifiedTime().toMillis();
-            return attributes.isDirectory() && !attributes.isOther()
+            return folder.getFileName().toString().matches(PREFIX + "\\d+")
+                    && attributes.isDirectory() && !attributes.isOther()
                     && (Files.exists(copyIn(folder)) || age > STALE_MILLISECONDS);
         } catch (IOException e) {
             return false;
@@ -97,31 +97,25 @@ final class CopyFolder {
         }
     }
 
-    private static List<AclEntry> rights(Path place) throws IOException {
-        Set<UserPrincipal> holders = new LinkedHashSet<>();
-        holders.add(ownerOfWhatIsMade(place));
-        addRulers(holders);
+    /**
+     * Leaves nothing of the rights that the place hands down; they could not be kept from a new folder, whatever
+     * it is made with. The owner is whom Windows makes it: the user; or the administrators, when they are meant
+     * to be alone, as with a program that was started with their rights. A user's name would tell less: an
+     * account of the domain and one of the computer may share it.
+     */
+    private static void closeToOthers(Path folder, Set<UserPrincipal> rulers) throws IOException {
+        // Were a link put in its place meanwhile, the rights of what it leads to must stay.
+        AclFileAttributeView view =
+                Files.getFileAttributeView(folder, AclFileAttributeView.class, LinkOption.NOFOLLOW_LINKS);
+        Set<UserPrincipal> holders = new LinkedHashSet<>(rulers);
+        holders.add(view.getOwner());
         List<AclEntry> rights = new ArrayList<>();
         for (UserPrincipal holder : holders) {
             rights.add(AclEntry.newBuilder().setType(AclEntryType.ALLOW).setPrincipal(holder)
                     .setPermissions(EnumSet.allOf(AclEntryPermission.class))
                     .setFlags(AclEntryFlag.FILE_INHERIT, AclEntryFlag.DIRECTORY_INHERIT).build());
         }
-        return rights;
-    }
-
-    /**
-     * Whom Windows makes the owner of what this process makes: the user; or the administrators, when they are
-     * meant to be alone, as with a program that was started with their rights. A user's name would tell less:
-     * an account of the domain and one of the computer may share it.
-     */
-    private static UserPrincipal ownerOfWhatIsMade(Path place) throws IOException {
-        Path probe = Files.createTempDirectory(place, PREFIX);
-        try {
-            return Files.getOwner(probe);
-        } finally {
-            Files.delete(probe);
-        }
+        view.setAcl(rights);
     }
 
     /**
@@ -129,34 +123,22 @@ final class CopyFolder {
      * So they are taken from the rights to Windows' own folder, where they always are, and told by their SID:
      * a principal of the JDK has its text's hash. Where that finds nobody, the owner alone has rights.
      */
-    private static void addRulers(Set<UserPrincipal> holders) {
+    private static Set<UserPrincipal> rulers() {
+        Set<UserPrincipal> rulers = new LinkedHashSet<>();
         String windows = System.getenv("SystemRoot");
         if (windows == null) {
-            return;
+            return rulers;
         }
         try {
             Path folder = Paths.get(windows);
             for (AclEntry entry : Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl()) {
                 if (RULERS.stream().anyMatch(sid -> sid.hashCode() == entry.principal().hashCode())) {
-                    holders.add(entry.principal());
+                    rulers.add(entry.principal());
                 }
             }
         } catch (IOException | InvalidPathException e) {
             // The owner is enough to load the library.
         }
-    }
-
-    private static FileAttribute<List<AclEntry>> rightsFromTheStart(List<AclEntry> rights) {
-        return new FileAttribute<List<AclEntry>>() {
-            @Override
-            public String name() {
-                return "acl:acl";
-            }
-
-            @Override
-            public List<AclEntry> value() {
-                return rights;
-            }
-        };
+        return rulers;
     }
 }

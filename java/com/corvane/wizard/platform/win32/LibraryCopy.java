@@ -37,10 +37,8 @@ final class LibraryCopy {
         // The open copy keeps Windows from renaming its folder; where it does not, the open listing does.
         try (DirectoryStream<Path> listing = Files.newDirectoryStream(folder);
                 SeekableByteChannel held = unpack(file, content)) {
+            requireNoLink(folder);
             requireContent(held, content);
-            if (!folder.toRealPath().equals(folder)) {
-                throw new IOException("another process put a link in the place of " + folder);
-            }
             System.load(file.toString());
             loaded = true;
         } finally {
@@ -51,8 +49,8 @@ final class LibraryCopy {
     }
 
     /**
-     * Writes the copy and opens it for reading: Windows loads no file that is open for writing. The handle in
-     * the middle leaves no moment in which none is open.
+     * Writes the copy, whose path has no links, and opens it for reading: Windows loads no file that is open for
+     * writing. The handle in the middle leaves no moment in which none is open.
      */
     @SuppressWarnings("try") // the writer is closed before its time
     static SeekableByteChannel unpack(Path file, byte[] content) throws IOException {
@@ -65,8 +63,16 @@ final class LibraryCopy {
                 writer.write(rest);
             }
             writer.close();
+            // Before the copy is opened and again after: a link could lead that elsewhere and be gone for the load.
+            requireNoLink(file.getParent());
             return Files.newByteChannel(file, StandardOpenOption.READ, LinkOption.NOFOLLOW_LINKS,
                     option(DENY_WRITE), option(DENY_DELETE));
+        }
+    }
+
+    private static void requireNoLink(Path folder) throws IOException {
+        if (!folder.toRealPath().equals(folder)) {
+            throw new IOException("another process put a link in the place of " + folder);
         }
     }
 

@@ -20,10 +20,10 @@ final class UnpackedLibrary {
         StringBuilder reasons = new StringBuilder();
         for (Map.Entry<String, String> place : places().entrySet()) {
             try {
-                LibraryCopy.load(folderAt(place.getValue()), content);
+                loadFrom(place.getValue(), content);
                 return;
-            } catch (IOException | IllegalArgumentException | UnsatisfiedLinkError e) {
-                // A name that is no path, or a code page that this JVM does not know, is an illegal argument.
+            } catch (IOException | RuntimeException | UnsatisfiedLinkError e) {
+                // Such as a name that is no path, or a place that is denied by the JVM's policy.
                 reasons.append("; ").append(place.getKey()).append(" (").append(place.getValue()).append("): ")
                         .append(e);
             }
@@ -43,6 +43,18 @@ final class UnpackedLibrary {
         places.put("LOCALAPPDATA", local == null ? null : local + "\\Temp");
         places.put("ALLUSERSPROFILE", System.getenv("ALLUSERSPROFILE"));
         return places;
+    }
+
+    /** Also on a thread that was interrupted: its channels would fail, and the library with them, for good. */
+    private static void loadFrom(String place, byte[] content) throws IOException {
+        boolean interrupted = Thread.interrupted();
+        try {
+            LibraryCopy.load(folderAt(place), content);
+        } finally {
+            if (interrupted) {
+                Thread.currentThread().interrupt();
+            }
+        }
     }
 
     /** The folder itself, without links that could lead elsewhere a moment later. */

@@ -12,7 +12,8 @@ import java.io.File;
  * own temporary folder ({@code LOCALAPPDATA}), and the one for all users' data ({@code ALLUSERSPROFILE}).
  *
  * <p>Windows keeps a loaded file from being deleted. Copies that nothing uses any more, since their JVM has
- * ended or their class loader is gone, are removed when the library is next unpacked beside them.
+ * ended or their class loader is gone, are removed when the library is next unpacked beside them, by a process
+ * that may: a program with administrators' rights leaves a copy that only its like can remove.
  *
  * <p>The classes whose methods are native call {@link #load()} themselves when they are first used. When that
  * fails, the first use of such a class throws the {@link UnsatisfiedLinkError}, and each later use of it a
