@@ -179,6 +179,7 @@ class DesktopTest {
             if (nothing == null || nothing.matches("[.\\\\/]{0,3}") && !nothing.equals("...")) {
                 assertEquals(List.of("", "only"), folder.names());
             }
+            desktop.removeDesktopItem(only, "", "n");
             assertEquals(List.of(), Call.of(system.function("RemoveDirectory")));
         }
         folder.file("n.lnk", "");
