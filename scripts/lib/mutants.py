@@ -4,7 +4,7 @@ A mutant is a head line, a comment that says what it breaks, and its replacement
 stands exactly once in the file; several lines of one sign are one text, and an old text without a
 new one goes:
 
-    == R1 registry_key.cpp RegistryKeyTest|RegistryReadTest
+    == R1 registry_key.cpp registry_keys|registry_read
     # the rights that opening asks for are too wide
     - KEY_QUERY_VALUE
     + KEY_ALL_ACCESS
