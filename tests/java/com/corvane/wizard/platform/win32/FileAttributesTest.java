@@ -30,9 +30,9 @@ class FileAttributesTest {
     @Test
     void aFailureWithoutAReasonIsNone() throws Exception {
         Windows.W10.use();
-        Hooks.answer("SetFileAttributesW", 0);
-        Hooks.answer("GetFileAttributesW", -1);
-        Hooks.answer("GetProcAddress", 0);
+        Hooks.fail("SetFileAttributesW", 1, Hooks.NO_ERROR);
+        Hooks.fail("GetFileAttributesW", 1, Hooks.NO_ERROR);
+        Hooks.fail("GetProcAddress", 1, Hooks.NO_ERROR);
         assertNull(files.getFileAttributes("X:\\no\\file"));
         files.setFileAttributes("X:\\no\\file", new FileAttributes());
         assertEquals("", files.getFileOwner("X:\\no\\file"));
