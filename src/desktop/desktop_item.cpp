@@ -57,7 +57,7 @@ class ComThread {
 /// Makes the shortcut; on a thread that has not started COM, starts it for that. Only a shortcut
 /// that is made then is announced to the shell; of the others it hears by their folder. The result
 /// is not thrown, for a success that is not S_OK is announced, too.
-HRESULT saveOnThisThread(const WString& file, const ShellLink& link) {
+HRESULT saveOnThisThread(const WString& file, const Shortcut& link) {
   HRESULT result = saveShellLink(file.c_str(), link);
   if (result != CO_E_NOTINITIALIZED || FAILED(CoInitialize(nullptr))) {
     return result;
@@ -140,7 +140,7 @@ void removeDesktopFolder(const WString& folder, const WString& subfolder) {
 void createDesktopItem(const WString& folder,
                        const WString& subfolder,
                        const WString& name,
-                       const ShellLink& link) {
+                       const Shortcut& link) {
   if (FAILED(comStartupResult())) {
     throw Win32Failure(static_cast<uint32_t>(comStartupResult()));
   }

@@ -21,7 +21,7 @@ void removeDesktopFolder(const WString& folder, const WString& subfolder);
 void createDesktopItem(const WString& folder,
                        const WString& subfolder,
                        const WString& name,
-                       const ShellLink& link);
+                       const Shortcut& link);
 
 /// Deletes the shortcut, which need not be there, and the sub-folder when it is empty then, as
 /// removeDesktopFolder does; not one of the shell's own folders (on Windows XP and later).

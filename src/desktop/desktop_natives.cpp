@@ -51,7 +51,7 @@ NATIVE(void, Win32DesktopServiceImpl, createDesktopItem)
     const JniString options(env, arguments);
     const JniString icon(env, iconPath);
     const JniString directory(env, workingDirectory);
-    const ShellLink link = {program.get(), options.get(), directory.get(), icon.get()};
+    const Shortcut link = {program.get(), options.get(), directory.get(), icon.get()};
     createDesktopItem(textFromJava(env, folder),
                       textFromJava(env, subfolder),
                       textFromJava(env, name),

@@ -10,7 +10,7 @@ namespace corvane {
 namespace {
 
 /// Fills the object; what is empty is not set. The first failure ends it.
-HRESULT fill(const ComPointer<IShellLinkA>& shellLink, const ShellLink& link) {
+HRESULT fill(const ComPointer<IShellLinkA>& shellLink, const Shortcut& link) {
   HRESULT result = shellLink->SetPath(AnsiText(link.target));
   if (SUCCEEDED(result) && hasText(link.arguments)) {
     result = shellLink->SetArguments(AnsiText(link.arguments));
@@ -26,7 +26,7 @@ HRESULT fill(const ComPointer<IShellLinkA>& shellLink, const ShellLink& link) {
 
 }  // namespace
 
-HRESULT saveShellLink(const wchar_t* file, const ShellLink& link) {
+HRESULT saveShellLink(const wchar_t* file, const Shortcut& link) {
   void* made = nullptr;
   HRESULT result =
       CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA, &made);

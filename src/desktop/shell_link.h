@@ -5,7 +5,7 @@
 namespace corvane {
 
 /// What a shortcut holds. Texts may be null.
-struct ShellLink {
+struct Shortcut {
   const wchar_t* target;
   const wchar_t* arguments;
   const wchar_t* workingDirectory;
@@ -15,6 +15,6 @@ struct ShellLink {
 /// Writes a shortcut file through the shell's object for it. Returns the HRESULT:
 /// CO_E_NOTINITIALIZED when this thread has not started COM. Texts go through the ANSI code page.
 /// COM: IShellLinkA, IPersistFile.
-HRESULT saveShellLink(const wchar_t* file, const ShellLink& link);
+HRESULT saveShellLink(const wchar_t* file, const Shortcut& link);
 
 }  // namespace corvane
