@@ -35,6 +35,21 @@ add_counts() {
   skipped=$((skipped + more_skipped))
 }
 
+# lines_in FOLDER...: of all files there but the list of mutants, which is no test but tests them.
+lines_in() {
+  git -C "$project" ls-files -z -- "$@" ':!tests/mutants.txt' |
+    (cd "$project" && xargs -0 cat) | wc -l
+}
+
+# print_share: how much of the code the tests are; a quarter to a third is wanted.
+print_share() {
+  local tests all
+  tests=$(lines_in tests)
+  all=$(lines_in src java tests)
+  printf '\nTests: %s of %s lines in src, java and tests (%s %%)\n' "$tests" "$all" \
+    $((100 * tests / all))
+}
+
 # close_report EXIT-CODE: the closing line, and the exit code of the whole. A run that ended early,
 # or in which nothing ran, has failed.
 close_report() {
@@ -42,6 +57,7 @@ close_report() {
     echo "The run ended before its end (exit code $1); that counts as one failure."
     failed=1
   fi
+  print_share
   local skips=''
   [ "$skipped" -eq 0 ] || skips=", $skipped skipped"
   printf '\n%s passed, %s failed%s\n' "$passed" "$failed" "$skips"
