@@ -37,8 +37,7 @@ add_counts() {
 
 # lines_in FOLDER...: of all files there but the list of mutants, which is no test but tests them.
 lines_in() {
-  git -C "$project" ls-files -z -- "$@" ':!tests/mutants.txt' |
-    (cd "$project" && xargs -0 cat) | wc -l
+  (cd "$project" && find "$@" -type f ! -name mutants.txt ! -name '*.pyc' -exec cat {} +) | wc -l
 }
 
 # print_share: how much of the code the tests are; a quarter to a third is wanted.
