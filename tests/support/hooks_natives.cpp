@@ -196,8 +196,8 @@ JNIEXPORT jint JNICALL Java_com_corvane_testing_Hooks_failable(JNIEnv*, jclass, 
   return static_cast<jint>(monitor().failable(kindOf(jni)));
 }
 
-JNIEXPORT jstring JNICALL Java_com_corvane_testing_Hooks_failed(JNIEnv* env, jclass) {
-  return env->NewStringUTF(monitor().failed().c_str());
+JNIEXPORT jint JNICALL Java_com_corvane_testing_Hooks_failed(JNIEnv*, jclass) {
+  return monitor().failed();
 }
 
 JNIEXPORT jobjectArray JNICALL Java_com_corvane_testing_Hooks_callNames(JNIEnv* env, jclass) {

@@ -71,7 +71,8 @@ bool isSettled(Call& call, LastErrorScope& lastError) {
   const Win32Function& facts = factsOf(call);
   const FailRule* rule = monitor().begin(Kind::kWin32, call, facts.failure != Failure::kCannotFail);
   if (rule != nullptr || isHiddenLookUp(call)) {
-    const uint32_t error = rule != nullptr && rule->error != 0 ? rule->error : facts.error;
+    const uint32_t named = rule != nullptr ? rule->error : ERROR_PROC_NOT_FOUND;
+    const uint32_t error = named != 0 ? named : facts.error;
     call.result = failureResult(facts, error);
     if (error != 0 && facts.failure != Failure::kStatus) {
       lastError.set(error == FailRule::kNoError ? 0 : error);

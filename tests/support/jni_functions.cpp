@@ -23,7 +23,7 @@ constexpr bool kAllowed = true;
 constexpr JniFunction kFunctions[] = {
     {ENTRY(FindClass), kNoClass, kNewLocal, false, "-t"},
     {ENTRY(GetObjectClass), kNoMemory, kNewLocal},
-    {ENTRY(GetMethodID), kNoMethod},
+    {ENTRY(GetMethodID), kNoMethod, {}, false, "--t"},
     {ENTRY(GetStaticMethodID), kNoMethod},
     {ENTRY(GetFieldID), kNoField},
     {ENTRY(GetStaticFieldID), kNoField, {}, false, "--t"},

@@ -44,8 +44,8 @@ const FailRule* Monitor::begin(Kind kind, const Call& call, bool canFail) {
   }
   ++failable_[static_cast<size_t>(kind)];
   const FailRule* rule = dueRule(kind, call.function->name);
-  if (rule != nullptr) {
-    failed_ = call.function->name;
+  if (rule != nullptr && rule->name.empty()) {
+    failed_ = static_cast<int>(calls_.size()) - 1;
   }
   return rule;
 }

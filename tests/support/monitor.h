@@ -101,8 +101,8 @@ class Monitor {
   const std::vector<std::string>& violations() const { return violations_; }
   /// How many calls could have been made to fail.
   uint32_t failable(Kind kind) const { return failable_[static_cast<size_t>(kind)]; }
-  /// The function that failed by a rule; empty when none has.
-  const std::string& failed() const { return failed_; }
+  /// Which of the calls failed as the n-th of all; -1 when none has.
+  int failed() const { return failed_; }
 
  private:
   void record(Kind kind, const Call& call);
@@ -116,7 +116,7 @@ class Monitor {
   std::map<std::string, std::deque<Answer>> answers_;
   std::map<std::string, std::map<int, uint32_t>> captures_;
   std::array<uint32_t, 2> failable_{};
-  std::string failed_;
+  int failed_ = -1;
 };
 
 Monitor& monitor();

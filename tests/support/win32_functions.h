@@ -29,9 +29,10 @@ struct Win32Function {
   /// How its arguments are shown; see showCall.
   std::string_view signature = {};
   Failure failure = Failure::kCannotFail;
-  /// The error of a failure that names none; 0 leaves the last error as it is.
-  uint32_t error = 0;
   Effect effect = {};
+  /// The error of a failure that names none, 1450 as a rule, which nothing expects; 0 leaves the
+  /// last error as it is.
+  uint32_t error = 1450;
   /// Whether this call has the effect; null: every call has.
   bool (*applies)(const Call&) = nullptr;
 };

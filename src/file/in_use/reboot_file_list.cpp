@@ -47,8 +47,10 @@ class FileEnd {
   FileEnd& operator=(const FileEnd&) = delete;
   ~FileEnd() {
     const LastErrorKeeper keeper;
-    SetFilePointer(file_, static_cast<LONG>(end_), nullptr, FILE_BEGIN);
-    SetEndOfFile(file_);
+    const DWORD at = SetFilePointer(file_, static_cast<LONG>(end_), nullptr, FILE_BEGIN);
+    if (at != INVALID_SET_FILE_POINTER) {  // or the file would end where it begins
+      SetEndOfFile(file_);
+    }
   }
 
   void moveTo(size_t end) noexcept { end_ = end; }

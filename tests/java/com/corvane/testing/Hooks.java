@@ -103,8 +103,8 @@ public final class Hooks {
     /** How many of the calls so far could have been made to fail. */
     public static native int failable(boolean jni);
 
-    /** The function that {@link #failNth} or {@link #fail} hit; empty when none. */
-    public static native String failed();
+    /** Which of the calls {@link #failNth} hit; -1 when none. */
+    static native int failed();
 
     /** 1 for a function of Windows, 2 for one of JNI, 0 for one that no table has. */
     static native int kind(String function);

@@ -1,11 +1,13 @@
 package com.corvane.testing;
 
+import com.corvane.testing.Words.Word;
 import com.corvane.util.FileAttributes;
 import com.corvane.wizard.service.ServiceException;
 import java.lang.reflect.Field;
 import java.lang.reflect.InvocationTargetException;
 import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
+import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.HexFormat;
 import java.util.List;
@@ -19,22 +21,55 @@ final class Native {
             List.of("Desktop", "File", "Product", "Registry", "Security", "SystemUtil", "WizardInitialize");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
-    private final Method method;
-    private final Object[] arguments;
+    private interface Work {
+        Object run() throws Throwable;
+    }
+
+    private final Work work;
 
     /** {@code words} are the arguments; a list is one of them. */
     Native(String name, List<String> words, Stage stage) {
-        method = SERVICES.stream().flatMap(service -> Arrays.stream(classOf(service).getMethods()))
+        Method method = SERVICES.stream().flatMap(service -> Arrays.stream(classOf(service).getMethods()))
                 .filter(found -> found.getName().equals(name) && Modifier.isNative(found.getModifiers())).findAny()
                 .orElseThrow(() -> new AssertionError("no native has this name: " + name));
         Class<?>[] types = method.getParameterTypes();
         if (types.length != words.size()) {
             throw new AssertionError(name + " takes " + types.length + " arguments, here are " + words.size());
         }
-        arguments = new Object[types.length];
+        Object[] arguments = new Object[types.length];
         for (int index = 0; index < types.length; ++index) {
             arguments[index] = argument(types[index], words.get(index), stage);
         }
+        work = () -> {
+            try {
+                Object result = method.invoke(method.getDeclaringClass().getConstructor().newInstance(), arguments);
+                return method.getReturnType() == void.class ? "done" : result;
+            } catch (InvocationTargetException thrown) {
+                throw thrown.getCause();
+            }
+        };
+    }
+
+    /** Whatever else calls the library. */
+    Native(Outcome.Action action) {
+        work = () -> {
+            action.run();
+            return "done";
+        };
+    }
+
+    /** The words between these as {@link Native} takes them: a list is one. */
+    static List<String> arguments(String line, List<Word> words) {
+        List<String> arguments = new ArrayList<>();
+        for (int first = 0; first < words.size(); ++first) {
+            int last = first;
+            while (words.get(first).text().startsWith("[") && !words.get(last).text().endsWith("]")) {
+                ++last;
+            }
+            arguments.add(Words.raw(line, words.subList(first, last + 1)));
+            first = last;
+        }
+        return arguments;
     }
 
     private static Class<?> classOf(String service) {
@@ -98,12 +133,9 @@ final class Native {
     /** What it comes to, as a scene writes it. */
     String outcome(Stage stage) {
         try {
-            Object result = method.invoke(method.getDeclaringClass().getConstructor().newInstance(), arguments);
-            return method.getReturnType() == void.class ? "done" : stage.shown(shown(result));
-        } catch (InvocationTargetException thrown) {
-            return stage.shown(shown(thrown.getCause()));
-        } catch (ReflectiveOperationException failure) {
-            throw new AssertionError(failure);
+            return stage.shown(shown(work.run()));
+        } catch (Throwable thrown) {
+            return stage.shown(shown(thrown));
         }
     }
 

@@ -90,18 +90,8 @@ final class Scene {
     private Step step(List<Word> words) {
         int arrow = IntStream.range(0, words.size()).filter(at -> words.get(at).is("=>")).findFirst()
                 .orElseThrow(() -> new AssertionError(place + ": no => in " + line));
-        List<String> arguments = new ArrayList<>();
-        for (int first = 1; first < arrow; ++first) {
-            int last = first;
-            if (words.get(first).text().startsWith("[")) {
-                while (!words.get(last).text().endsWith("]")) {
-                    ++last;
-                }
-            }
-            arguments.add(Words.raw(line, words.subList(first, last + 1)));
-            first = last;
-        }
-        return new Step(Words.raw(line, words.subList(0, arrow)), words.get(0).text(), arguments,
+        return new Step(Words.raw(line, words.subList(0, arrow)), words.get(0).text(),
+                Native.arguments(line, words.subList(1, arrow)),
                 Words.raw(line, words.subList(arrow + 1, words.size())));
     }
 

@@ -48,6 +48,9 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
         Hooks.disarm();
         RawRegistry.deleteTree(RawRegistry.KEY);
         List<String> complaints = complaints();
+        for (String unused : Hooks.unused()) {
+            complaints.add("prepared in vain: " + unused);
+        }
         if (!complaints.isEmpty()) {
             throw new AssertionError(String.join("\n", complaints));
         }

@@ -218,15 +218,16 @@ class BridgeTest {
     @TestFactory
     List<DynamicTest> everyCallOfRaisingFails() {
         FaultSweep sweep = new FaultSweep(() -> {}, () -> "");
-        sweep.addVoid("raise", -5, () -> Bridge.raise(-5));
-        sweep.addVoid("raiseWithMessage", -5, () -> Bridge.raiseWithMessage(-5, 5));
-        sweep.addVoid("raiseWithMessage of the network", -5, () -> Bridge.raiseWithMessage(-5, 2100));
-        sweep.addVoid("raiseSevere", -5, () -> Bridge.raiseSevere(-5, 5));
-        sweep.add("copyWide", -5, () -> Bridge.copyWide("text", 5));
+        sweep.add("raise", -5, () -> Bridge.raise(-5));
+        sweep.add("raiseWithMessage", -5, () -> Bridge.raiseWithMessage(-5, 5));
+        sweep.add("raiseWithMessage of the network", -5, () -> Bridge.raiseWithMessage(-5, 2100));
+        sweep.add("raiseSevere", -5, () -> Bridge.raiseSevere(-5, 5))
+                .after("(GetMethodID setSeverity|CallVoidMethodV) => good");
+        sweep.add("copyWide", -5, () -> Bridge.copyWide("text", 5)).beside("an object");
         for (int call = 0; call < LINES.length; ++call) {
             int number = call;
             sweep.add("method " + METHODS[call], -1, () -> Bridge.callMethod(new Target(), number, METHODS[number]))
-                    .accepts((failed, outcome, state) -> failed.matches("NewGlobalRef|GetObjectClass|GetMethodID"));
+                    .after("(NewGlobalRef|GetObjectClass|GetMethodID) => done");
         }
         return sweep.on(Windows.W98, Windows.W10);
     }
@@ -347,7 +348,7 @@ class BridgeTest {
         assertEquals(1, Call.of("GetACP").size());
         Hooks.hide("GetACP");
         assertEquals(-127, Bridge.lookedUpCodePage());
-        Hooks.fail("GetModuleHandleA", 1, 0);
+        Hooks.fail("GetModuleHandleA", 1, 126);
         assertEquals(-126, Bridge.lookedUpCodePage());
     }
 }

@@ -2,19 +2,10 @@ package com.corvane.wizard.platform.win32;
 
 import com.corvane.testing.Call;
 import com.corvane.testing.FaultSweep;
-import com.corvane.testing.Folder;
-import com.corvane.testing.Hooks;
-import com.corvane.testing.Outcome;
-import com.corvane.testing.Reboot;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
-import com.corvane.util.FileAttributes;
-import java.nio.file.Files;
+import java.util.ArrayList;
 import java.util.List;
-import java.util.Map;
-import java.util.concurrent.Callable;
-import java.util.function.Consumer;
-import java.util.function.Predicate;
 import org.junit.jupiter.api.DynamicTest;
 import org.junit.jupiter.api.TestFactory;
 import org.junit.jupiter.api.extension.ExtendWith;
@@ -26,140 +17,126 @@ import org.junit.jupiter.api.extension.ExtendWith;
 @ExtendWith(TestBed.class)
 class FileSweepTest {
 
-    private static final long E_FAIL = 0x80004005L;
-
-    private final Win32FileServiceImpl files = new Win32FileServiceImpl();
-    private final Folder folder = Folder.named("sweep");
-    private final String source = folder.path("source");
-    private final String target = folder.path("target");
-
+    private static final String TREE = " tree\\file=f tree\\sub\\leaf=l";
     /** Both files, and in the tree one of each kind. */
-    private void fill() {
-        Reboot.forget();
-        folder.clear();
-        folder.file("source", "new");
-        folder.file("target", "old");
-        folder.setAttributes("target", Folder.READ_ONLY);
-        folder.file("tree/file", "f");
-        folder.file("tree/sub/leaf", "l");
-    }
+    private static final String FILES = "source=new target=old,read-only" + TREE;
 
-    private String state() {
-        return folder.state() + (isReadOnly() ? " read-only" : "");
-    }
+    /** The work goes on when the attributes are not known or not set, and fails itself where they matter. */
+    private static final String[] GUARD = {
+        "GetFileAttributes[AW] => good then SetFileAttributes[AW] .* -2",
+        "SetFileAttributes[AW] => good then ((Copy|Create|Delete)File[AW]|RemoveDirectory[AW]|GetModuleHandleA kernel32.dll)",
+        "SetFileAttributes[AW] => 1 then CreateFileA ~.source",
+        "WideCharToMultiByte => good or 1 then GetFileAttributesA", "WideCharToMultiByte => error 1113"};
 
-    private boolean isReadOnly() {
-        return folder.has("target") && (folder.attributes("target") & Folder.READ_ONLY) != 0;
-    }
+    /** The list of Windows 9x takes a long name too, and needs not end where it ends. */
+    private static final String[] LIST = {
+        "GetShortPathNameA => 1 then .*", "(CreateFileMappingA|MapViewOfFile) => error 1450 then SetFilePointer",
+        "SetFilePointer => 1", "SetEndOfFile => 1"};
 
-    private String content(String name) {
-        return folder.content(name);
+    /** The files of a directory go also when a sub-directory fails; a search that breaks off is over. */
+    private static final String[] TREES = {
+        "(DeleteFile|RemoveDirectory)[AW] .*tree.sub.* => error 1450 then GetFileAttributes[AW] .*tree.file",
+        "FindFirstFile[AW] .*sub.* => error 1450 then GetFileAttributes[AW] .*tree.file",
+        "FindNextFile[AW] => good or error 145 then GetFileAttributes[AW]",
+        "(GetWindowsDirectoryA|CreateFileA|GetFileSize|GetModuleHandleA|GetProcAddress|MoveFileExW)"
+                + " => error 1450 then GetFileAttributes[AW] .*tree.file",
+        "SetFilePointer|SetEndOfFile => 1 then FindNextFileA",
+        "GetFileAttributes[AW] => good then SetFileAttributes[AW] .* -2"};
+
+    private static boolean isWhole(String name, String content, String state) {
+        return state.matches("(.* )?" + name + "=" + content + "[ ,].*");
     }
 
     /** The old file is whole, in its place or aside, or the new one has replaced it. */
-    private boolean targetIsWhole() {
-        String now = content("target");
-        boolean aside = "old".equals(content("target.delete_on_reboot"));
-        return "old".equals(now) || "new".equals(now) || now == null && aside;
+    private static boolean targetIsWhole(String state) {
+        return isWhole("target", "(old|new)", state) || isWhole("target.delete_on_reboot", "old", state);
     }
 
-    private boolean sourceIsWhole() {
-        Map<String, String> state = folder.state();
-        return List.of("source", "target", "target.move_on_reboot").stream()
-                .anyMatch(name -> "new".equals(state.get(name)));
+    private static boolean isCopied(String failed, String outcome, String state) {
+        boolean done = isWhole("target", "new", state);
+        boolean told = outcome.equals("0") ? done : !outcome.equals("1") || done || state.contains(" later: ");
+        return told && isWhole("source", "new", state) && targetIsWhole(state) && state.contains(TREE);
     }
 
-    /** 0 tells that it is done, and 1 that something waits; what is raised has the code of the native. */
-    private FaultSweep.Judge told(int code, Predicate<Integer> done) {
-        return (failed, outcome, state) -> outcome.isException()
-                ? outcome.hasCode(code)
-                : done.test(Integer.parseInt(outcome.value()));
+    /** On Windows 9x the old file is deleted first; and 1 is the answer also where nothing could be written. */
+    private static boolean isMoved(String failed, String outcome, String state) {
+        boolean told = outcome.equals("0") ? isWhole("target", "new", state) && !isWhole("source", "new", state)
+                : !outcome.equals("1") || isWhole("target", "new", state) || state.contains(" later: ")
+                        || failed.matches("(GetWindowsDirectory|CreateFile|GetFileSize|MapView).*");
+        boolean deleted = failed.startsWith("MoveFileA") || !Call.of("DeleteFileA").isEmpty();
+        return told && (targetIsWhole(state) || deleted) && state.contains(TREE)
+                && (isWhole("source", "new", state) || isWhole("target(.move_on_reboot)?", "new", state));
     }
 
-    private static boolean somethingWaits() {
-        return !Reboot.pending().isEmpty() || Files.exists(Reboot.WIN_INIT);
+    private static boolean isDeleted(String failed, String outcome, String state) {
+        boolean told = outcome.equals("0") ? !state.contains("source=")
+                : isWhole("source", "new", state) && (!outcome.equals("1") || state.contains(" later: "));
+        return told && state.contains("target=old,read-only" + TREE);
     }
 
-    private static Consumer<Windows> fails(String function, int error) {
-        boolean wide = function.endsWith("W");
-        return system -> Hooks.fail(wide ? function : system.function(function), 1, error);
-    }
-
-    /** {@code done} says whether a result is true. */
-    private void add(FaultSweep sweep, String name, int code, Callable<Integer> call,
-            Consumer<Windows> meets, Predicate<String> allowed, Predicate<Integer> done) {
-        sweep.add(name, code, call).meets(meets).allows(allowed).accepts(told(code, done));
+    private static boolean isTreeDeleted(String failed, String outcome, String state) {
+        boolean told = outcome.equals("0") ? !state.contains(" tree")
+                : state.contains(" tree") && (!outcome.equals("1") || state.contains(" later: "));
+        return told && state.startsWith("source=new target=old,read-only");
     }
 
     @TestFactory
     List<DynamicTest> everyCallOfAChangeFails() {
-        FaultSweep sweep = new FaultSweep(this::fill, this::state);
-        Consumer<Windows> nothing = system -> { };
-        Predicate<String> copied = state -> "new".equals(content("source")) && targetIsWhole();
-        Predicate<Integer> copyDone = result -> result == 0 && "new".equals(content("target"));
-        add(sweep, "copy", -30017, () -> files.win32CopyFile(source, target, true), nothing, copied, copyDone);
-        add(sweep, "copy onto a file in use", -30017, () -> files.win32CopyFile(source, target, true),
-                fails("CopyFile", 32), copied, result -> result == 0 ? "new".equals(content("target"))
-                        : "new".equals(content("target")) || somethingWaits());
-        add(sweep, "copy onto a file that does not move", -30017, () -> files.win32CopyFile(source, target, true),
-                fails("CopyFile", 32).andThen(fails("MoveFileExW", 5)), copied,
-                result -> result == 1 && somethingWaits());
-        // On Windows 9x the old file is deleted first; the call answers 0 also where it moves nothing, and 1
-        // also where nothing could be written.
-        Predicate<String> moved = state -> sourceIsWhole() && (targetIsWhole() || !Call.of("DeleteFileA").isEmpty());
-        add(sweep, "move", -30018, () -> files.win32MoveFile(source, target, true), nothing, moved, result -> true);
-        add(sweep, "move onto a file in use", -30018, () -> files.win32MoveFile(source, target, true),
-                system -> Hooks.fail(system.isAnsi() ? "DeleteFileA" : "MoveFileExW", 1, 5), moved, result -> true);
-        add(sweep, "move onto a file that does not move", -30018, () -> files.win32MoveFile(source, target, true),
-                system -> {
-                    Hooks.fail("MoveFileExW", 1, 32);
-                    Hooks.fail("MoveFileExW", 2, 5);
-                }, moved, result -> true);
-        add(sweep, "delete", -30019, () -> files.win32DeleteFile(source), nothing, state -> true,
-                result -> result == 0 ? !folder.has("source") : somethingWaits() && folder.has("source"));
-        add(sweep, "delete of a file in use", -30019, () -> files.win32DeleteFile(source), fails("DeleteFile", 32),
-                state -> "new".equals(content("source")), result -> result == 1 && somethingWaits());
-        Predicate<String> rest = state -> "new".equals(content("source")) && "old".equals(content("target"));
-        Predicate<Integer> gone =
-                result -> result == 0 ? !folder.has("tree") : somethingWaits() && folder.has("tree");
-        add(sweep, "delete of a tree", -30020, () -> files.win32DeleteDirectory(folder.path("tree"), false, true),
-                nothing, rest, gone);
-        add(sweep, "delete of a tree in use", -30020,
-                () -> files.win32DeleteDirectory(folder.path("tree"), false, true), fails("DeleteFile", 32), rest,
-                result -> result == 1 && somethingWaits() && "l".equals(content("tree/sub/leaf")));
-        add(sweep, "delete of a directory", -30020,
-                () -> files.win32DeleteDirectory(folder.path("tree"), true, true), nothing, rest, gone);
-        return sweep.on(Windows.W98, Windows.W10);
+        String copy = "win32CopyFile ~\\source ~\\target true";
+        String move = "win32MoveFile ~\\source ~\\target true";
+        String delete = "win32DeleteFile ~\\source";
+        String tree = "win32DeleteDirectory ~\\tree ";
+        List<DynamicTest> tests = new ArrayList<>();
+        for (Windows system : List.of(Windows.W98, Windows.W10)) {
+            FaultSweep sweep = new FaultSweep(FILES);
+            for (String plan : system.isAnsi() ? List.of("", " with CopyFile=32")
+                    : List.of("", " with CopyFile=32", " with CopyFile=32; MoveFileExW=5")) {
+                sweep.add(copy + plan, -30017).beside("1").after(GUARD).after(LIST)
+                        .after("MoveFileExW ~.target ~.target.delete_on_reboot => 1 then CopyFileW .*use_on_reboot",
+                                "CopyFileW ~.source ~.target => error 1450 then MoveFileExW .*on_reboot ~.target",
+                                "MoveFileExW .*delete_on_reboot null => 1")
+                        .tells(FileSweepTest::isCopied);
+            }
+            for (String plan : system.isAnsi() ? List.of("", " with DeleteFile=5", " with MoveFileA=5")
+                    : List.of("", " with MoveFileExW=5", " with MoveFileExW=32; MoveFileExW#2=5")) {
+                sweep.add(move + plan, -30018).beside("-1|1").after(GUARD).after(LIST)
+                        .after("CreateFileA .*source .* => good then DeleteFileA",
+                                "(GetWindowsDirectoryA|CreateFileA .*WinInit.*|GetFileSize) => 1",
+                                "(CreateFileMappingA|MapViewOfFile) => 1 then SetFilePointer")
+                        .tells(FileSweepTest::isMoved);
+            }
+            for (String plan : List.of("", " with DeleteFile=32")) {
+                sweep.add(delete + plan, -30019).beside("-1").after(GUARD).after(LIST).tells(FileSweepTest::isDeleted);
+                sweep.add(tree + "false true" + plan, -30020).beside("-1|1").after(GUARD).after(LIST).after(TREES)
+                        .tells(FileSweepTest::isTreeDeleted);
+            }
+            sweep.add(tree + "true true", -30020).beside("-1").after(GUARD);
+            tests.addAll(sweep.on(system));
+        }
+        return tests;
     }
 
     /** A look-up in Java's class that fails has no error of Windows. */
-    private static boolean hasNoName(int code, String failed, Outcome outcome) {
-        return failed.matches("FindClass|GetMethodID|GetStaticFieldID") && outcome.isFailure(code, E_FAIL);
-    }
+    static final String ATTRIBUTES = "(FindClass com.corvane.util.FileAttributes|GetMethodID|GetStaticFieldID)"
+            + " => error 2147500037";
 
-    private FaultSweep.Judge unnoticed(int code) {
-        String guard = "[GS]etFileAttributes[AW]|WideCharToMultiByte";
-        return (failed, outcome, state) ->
-                failed.matches(guard) && !outcome.isException() || outcome.hasCode(code);
+    /** Only where giving it back fails, the file is not read-only any more. */
+    private static boolean isKept(String failed, String outcome, String state) {
+        String left = failed.startsWith("GetFileAttributes") ? "(,read-only|,hidden)+"
+                : failed.startsWith("SetFileAttributes") ? "(,read-only)?" : ",read-only";
+        return state.matches("source=new target=old" + left + " tree.*");
     }
 
     @TestFactory
     List<DynamicTest> everyCallOfAttributesAndTimesFails() {
-        FaultSweep sweep = new FaultSweep(this::fill, this::state);
-        sweep.add("getFileAttributes", -30000,
-                () -> files.getFileAttributes(target).getAttributeState(FileAttributes.OWNER_WRITEABLE))
-                .accepts((failed, outcome, state) -> hasNoName(-30000, failed, outcome));
-        sweep.addVoid("setFileAttributes", -30001, () -> files.setFileAttributes(target, new FileAttributes()))
-                .accepts((failed, outcome, state) -> hasNoName(-30001, failed, outcome));
-        // Only where giving it back fails, the file is not read-only any more.
-        Predicate<String> kept = state -> "old".equals(content("target"))
-                && (isReadOnly() || Hooks.failed().startsWith("SetFileAttributes"));
-        sweep.addVoid("win32SetFileCreated", -30011, () -> files.win32SetFileCreated(target, 1L << 56))
-                .accepts(unnoticed(-30011)).allows(kept);
-        sweep.addVoid("win32SetFileModified", -30016, () -> files.win32SetFileModified(target, 1L << 56))
-                .accepts(unnoticed(-30016)).allows(kept);
-        sweep.addVoid("win32SetFileTimes", -30007, () -> files.win32SetFileTimes(target, 1L << 56, 0, 1L << 56))
-                .accepts(unnoticed(-30007)).allows(kept);
+        FaultSweep sweep = new FaultSweep(FILES);
+        sweep.add("getFileAttributes ~\\target", -30000).after(ATTRIBUTES);
+        sweep.add("setFileAttributes ~\\target []", -30001).after(ATTRIBUTES, "SetFileAttributes[AW] => error 1450");
+        String time = " 0x100000000000000";
+        sweep.add("win32SetFileCreated ~\\target" + time, -30011).after(GUARD).tells(FileSweepTest::isKept);
+        sweep.add("win32SetFileModified ~\\target" + time, -30016).after(GUARD).tells(FileSweepTest::isKept);
+        sweep.add("win32SetFileTimes ~\\target" + time + " 0" + time, -30007).after(GUARD)
+                .tells(FileSweepTest::isKept);
         return sweep.on(Windows.W98, Windows.W10);
     }
 }
