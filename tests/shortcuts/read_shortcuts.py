@@ -2,10 +2,12 @@
 
 PARSER is the folder of the package LnkParse3. FOLDER has one folder for each code page of the tests,
 named as Python names code pages. Beside each shortcut NAME.lnk, NAME.txt has what it must hold, a line
-each: target, arguments, working directory, icon; the icon is the first one of its file.
+each: target, arguments, working directory, icon; the icon is the first one of its file. What was read
+is deleted, so that no run passes on the files of an earlier one.
 """
 
 import pathlib
+import shutil
 import sys
 
 sys.path.insert(0, sys.argv[1])
@@ -36,4 +38,6 @@ def differs(shortcut):
 shortcuts = sorted(pathlib.Path(sys.argv[2]).glob("*/*.lnk"))
 code_pages = {shortcut.parent.name for shortcut in shortcuts}
 print(f"{len(shortcuts)} shortcuts in the code pages {sorted(code_pages)}")
-sys.exit(any([differs(shortcut) for shortcut in shortcuts]) or code_pages != {"cp1252", "cp932"})
+wrong = any([differs(shortcut) for shortcut in shortcuts]) or code_pages != {"cp1252", "cp932"}
+shutil.rmtree(sys.argv[2])
+sys.exit(wrong)
