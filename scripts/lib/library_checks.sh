@@ -20,7 +20,7 @@ none_match() {
   if grep -E "$@"; then return 1; fi
 }
 
-# The libraries that every Windows has at its start; netapi32.dll is loaded only when asked for.
+# The libraries that every Windows has at its start.
 imports_only_windows() {
   local own='advapi32|imm32|kernel32|msvcrt|ole32|oleaut32|shell32|user32|version'
   [ -n "$(library_names)" ]

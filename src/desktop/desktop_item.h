@@ -8,8 +8,8 @@ namespace corvane {
 /// Folders and shortcuts in the Start menu and on the desktop. `folder` may hold folder tokens (see
 /// expandFolderTokens); `subfolder` is a path below it, which may be empty. The shell is told of
 /// each change. All throw Win32Failure, with a Win32 error or an HRESULT. What removes throws it
-/// for a subfolder that leads upwards, too (ERROR_BAD_PATHNAME), and passes over what names nothing
-/// in it (see namedPath): the folder itself stays.
+/// for a subfolder that leads upwards or has a colon, too (ERROR_BAD_PATHNAME), and passes over
+/// what names nothing in it (see namedPath): the folder itself stays.
 
 void createDesktopFolder(const WString& folder, const WString& subfolder);
 

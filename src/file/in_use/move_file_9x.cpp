@@ -9,6 +9,7 @@ namespace corvane {
 
 namespace {
 
+/// Reported whatever the error is, also when the system names none.
 FileOutcome failedWith(DWORD error) {
   return {FileOutcome::kDone, error};
 }

@@ -41,10 +41,10 @@ public class Win32DesktopServiceImpl {
      * that is missing or still holds something is no failure. Windows: RemoveDirectory.
      *
      * @param folder the folder; may hold tokens
-     * @param subfolder a path below it, with backslashes or slashes; components of dots and blanks alone
-     *     (".", "...") name nothing, and when nothing is named, nothing is done; one with ".." is refused
-     *     with 161 (ERROR_BAD_PATHNAME)
-     * @throws ServiceException -80001; never for a removal on Windows 95, 98 and ME
+     * @param subfolder a path below it, with backslashes or slashes; "." in it is left out, another
+     *     component of dots and blanks alone ("...") makes it name nothing, and when nothing is named,
+     *     nothing is done; one with ".." or a colon is refused with 161 (ERROR_BAD_PATHNAME)
+     * @throws ServiceException -80001; on Windows 95, 98 and ME never for a folder that stays
      */
     public native void removeDesktopFolder(String folder, String subfolder) throws ServiceException;
 

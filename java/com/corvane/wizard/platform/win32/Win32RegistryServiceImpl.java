@@ -114,7 +114,7 @@ public class Win32RegistryServiceImpl {
 
     /**
      * Tells whether a key has neither sub-keys nor values. Windows: RegQueryInfoKey. This method and the
-     * other four that count or measure leave the key open until the process ends.
+     * other five that count or measure leave the key open until the process ends.
      *
      * @param root one of the roots
      * @param key the path of the key, or null
