@@ -70,8 +70,13 @@ bool isDriveAlone(const wchar_t* path) {
   if (!beginsWithDevicePrefix(text)) {
     return isDrive(text, false);
   }
-  const WString name = text.substr(text.find_last_of(kSeparators) + 1);
-  return isDrive(name, true) || isVolume(name);
+  // Behind the prefix alone, or where the system's root of all devices stands in between; a folder
+  // on a drive may be called like a volume.
+  const size_t begin = std::min(text.find_first_not_of(kSeparators, 3), text.size());
+  const size_t last = text.find_last_of(kSeparators) + 1;
+  const WString name = text.substr(last);
+  const bool reached = last == begin || _wcsnicmp(text.c_str() + begin, L"GLOBALROOT", 10) == 0;
+  return reached && (isDrive(name, true) || isVolume(name));
 }
 
 std::vector<WString> componentsOf(const WString& path) {
