@@ -1,15 +1,11 @@
 package com.corvane.testing;
 
-import java.nio.charset.Charset;
 import java.nio.charset.StandardCharsets;
 import java.util.ArrayList;
 import java.util.List;
 
 /** One recorded call of the library. */
 public final class Call {
-
-    /** Java's own idea of the process's ANSI code page. */
-    static final Charset ANSI = Charset.forName(System.getProperty("sun.jnu.encoding"));
 
     private final int index;
     private final String name;
@@ -64,11 +60,6 @@ public final class Call {
     /** The text that {@link Hooks#captureText} kept; null when the argument was a null pointer. */
     public String text(int argument) {
         byte[] bytes = bytes(argument);
-        return bytes == null ? null : new String(bytes, name.endsWith("W") ? StandardCharsets.UTF_16LE : ANSI);
-    }
-
-    /** The 32-bit number that {@link Hooks#capture} kept. */
-    public int numberAt(int argument) {
-        return Bytes.number(bytes(argument));
+        return bytes == null ? null : new String(bytes, name.endsWith("W") ? StandardCharsets.UTF_16LE : Bytes.ANSI);
     }
 }

@@ -2,13 +2,13 @@ package com.corvane.testing;
 
 import java.io.IOException;
 import java.io.UncheckedIOException;
+import java.nio.charset.StandardCharsets;
 import java.nio.file.FileVisitResult;
 import java.nio.file.Files;
 import java.nio.file.LinkOption;
 import java.nio.file.Path;
 import java.nio.file.SimpleFileVisitor;
 import java.nio.file.attribute.BasicFileAttributes;
-import java.util.List;
 import java.util.Map;
 import java.util.TreeMap;
 
@@ -92,28 +92,19 @@ public final class Folder {
         });
     }
 
-    /** All files with their contents, and all folders, in order. */
+    /** All files with their contents, a byte for each character, and all folders, however deep and in order. */
     public Map<String, String> state() {
         Map<String, String> state = new TreeMap<>();
         doing(() -> {
             try (var found = Files.walk(path)) {
                 for (Path entry : (Iterable<Path>) found::iterator) {
                     boolean file = Files.isRegularFile(entry);
-                    state.put(path.relativize(entry).toString(), file ? Files.readString(entry) : "a folder");
+                    state.put(path.relativize(entry).toString(), file ? Files.readString(entry, StandardCharsets.ISO_8859_1) : "a folder");
                 }
             }
             return null;
         });
         return state;
-    }
-
-    /** What is in the folder, however deep, in order. */
-    public List<String> names() {
-        return doing(() -> {
-            try (var found = Files.walk(path)) {
-                return found.map(entry -> path.relativize(entry).toString()).sorted().toList();
-            }
-        });
     }
 
     private interface Work<T> {

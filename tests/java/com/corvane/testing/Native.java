@@ -1,17 +1,18 @@
 package com.corvane.testing;
 
-import com.corvane.testing.Words.Word;
 import com.corvane.util.FileAttributes;
 import com.corvane.wizard.service.ServiceException;
 import java.lang.reflect.Field;
 import java.lang.reflect.InvocationTargetException;
 import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
-import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.HexFormat;
 import java.util.List;
+import java.util.regex.MatchResult;
+import java.util.regex.Pattern;
 import java.util.stream.Collectors;
+import java.util.stream.IntStream;
 
 /** A native of the library, called by its name with arguments as a scene writes them. */
 final class Native {
@@ -21,55 +22,27 @@ final class Native {
             List.of("Desktop", "File", "Product", "Registry", "Security", "SystemUtil", "WizardInitialize");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
-    private interface Work {
-        Object run() throws Throwable;
-    }
+    /** A list is one argument. */
+    private static final Pattern WORD = Pattern.compile("(?<!\\S)\\[[^]]*]|(?:'[^']*'|[^\\s'])+");
 
-    private final Work work;
+    private static String message = "";
 
-    /** {@code words} are the arguments; a list is one of them. */
-    Native(String name, List<String> words, Stage stage) {
-        Method method = SERVICES.stream().flatMap(service -> Arrays.stream(classOf(service).getMethods()))
-                .filter(found -> found.getName().equals(name) && Modifier.isNative(found.getModifiers())).findAny()
-                .orElseThrow(() -> new AssertionError("no native has this name: " + name));
+    private final Stage stage;
+    private final Method method;
+    private final Object[] arguments;
+
+    /** {@code NAME ARGUMENT...} */
+    Native(String call, Stage stage) {
+        this.stage = stage;
+        List<String> words = WORD.matcher(call).results().map(MatchResult::group).toList();
+        method = SERVICES.stream().flatMap(service -> Arrays.stream(classOf(service).getMethods()))
+                .filter(found -> found.getName().equals(words.get(0)) && Modifier.isNative(found.getModifiers())).findAny()
+                .orElseThrow(() -> new AssertionError("no native has this name: " + words.get(0)));
         Class<?>[] types = method.getParameterTypes();
-        if (types.length != words.size()) {
-            throw new AssertionError(name + " takes " + types.length + " arguments, here are " + words.size());
+        if (types.length != words.size() - 1) {
+            throw new AssertionError("wrong number of arguments: " + call);
         }
-        Object[] arguments = new Object[types.length];
-        for (int index = 0; index < types.length; ++index) {
-            arguments[index] = argument(types[index], words.get(index), stage);
-        }
-        work = () -> {
-            try {
-                Object result = method.invoke(method.getDeclaringClass().getConstructor().newInstance(), arguments);
-                return method.getReturnType() == void.class ? "done" : result;
-            } catch (InvocationTargetException thrown) {
-                throw thrown.getCause();
-            }
-        };
-    }
-
-    /** Whatever else calls the library. */
-    Native(Outcome.Action action) {
-        work = () -> {
-            action.run();
-            return "done";
-        };
-    }
-
-    /** The words between these as {@link Native} takes them: a list is one. */
-    static List<String> arguments(String line, List<Word> words) {
-        List<String> arguments = new ArrayList<>();
-        for (int first = 0; first < words.size(); ++first) {
-            int last = first;
-            while (words.get(first).text().startsWith("[") && !words.get(last).text().endsWith("]")) {
-                ++last;
-            }
-            arguments.add(Words.raw(line, words.subList(first, last + 1)));
-            first = last;
-        }
-        return arguments;
+        arguments = IntStream.range(0, types.length).mapToObj(at -> argument(types[at], words.get(at + 1))).toArray();
     }
 
     private static Class<?> classOf(String service) {
@@ -80,7 +53,7 @@ final class Native {
         }
     }
 
-    private static Object argument(Class<?> type, String word, Stage stage) {
+    private Object argument(Class<?> type, String word) {
         if (word.equals("null")) {
             return null;
         } else if (type == String.class) {
@@ -96,7 +69,7 @@ final class Native {
                 default -> throw new AssertionError("neither true nor false: " + word);
             };
         } else if (type == byte[].class) {
-            return HexFormat.of().parseHex(Words.spelledOut(word).substring(1).replace("_", ""));
+            return Words.bytes(word);
         }
         List<String> items = items(word);
         return type == String[].class
@@ -130,13 +103,23 @@ final class Native {
         }
     }
 
-    /** What it comes to, as a scene writes it. */
-    String outcome(Stage stage) {
+    /** What the call comes to, as a scene writes it. */
+    String outcome() {
+        String outcome;
         try {
-            return stage.shown(shown(work.run()));
-        } catch (Throwable thrown) {
-            return stage.shown(shown(thrown));
+            Object result = method.invoke(method.getDeclaringClass().getConstructor().newInstance(), arguments);
+            outcome = method.getReturnType() == void.class ? "done" : shown(result);
+        } catch (InvocationTargetException thrown) {
+            outcome = shown(thrown.getCause());
+        } catch (ReflectiveOperationException failure) {
+            throw new AssertionError(failure);
         }
+        return stage.shown(outcome);
+    }
+
+    /** What the last ServiceException said, without its line break. */
+    static String message() {
+        return message;
     }
 
     private static String shown(Throwable thrown) {
@@ -144,8 +127,9 @@ final class Native {
             return "throws " + thrown;
         }
         String beside = Hooks.returned().isEmpty() ? "" : ", " + Hooks.returned();
-        String message = exception.getMessage();
-        String reason = message == null ? "without a message" : "error " + Integer.toUnsignedLong(exception.getReason());
+        message = String.valueOf(exception.getMessage()).replace("\r\n", "");
+        String reason = exception.getMessage() == null ? "without a message"
+                : "error " + Integer.toUnsignedLong(exception.getReason());
         return exception.getCode() + " " + reason + beside;
     }
 

@@ -2,7 +2,6 @@ package com.corvane.testing;
 
 import com.corvane.testing.Words.Word;
 import java.io.ByteArrayOutputStream;
-import java.util.HexFormat;
 import java.util.List;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
@@ -23,8 +22,9 @@ final class Plan {
     }
 
     /** Puts each entry in its place. */
-    static void prepare(List<List<Word>> entries, Windows system, Stage stage) {
+    static void prepare(String clause, Windows system, Stage stage) {
         Plan plan = new Plan(system, stage);
+        List<List<Word>> entries = Words.parts(Words.of(clause), ";");
         // What always answers comes after what answers once.
         entries.stream().filter(entry -> !isAlways(entry)).forEach(plan::put);
         entries.stream().filter(Plan::isAlways).forEach(plan::put);
@@ -39,6 +39,8 @@ final class Plan {
         Matcher failure = FAILURE.matcher(first);
         if (first.equals("no")) {
             Hooks.hide(fullName(entry.get(1).text()));
+        } else if (first.equals("module")) {
+            Hooks.answerModule(entry.get(1).text(), System.getProperty("corvane.test.support"));
         } else if (first.equals("value")) {
             Hooks.answerValue((int) Words.number(entry.get(1).text()),
                     data(entry.subList(2, entry.size()), !system.isAnsi()));
@@ -105,12 +107,12 @@ final class Plan {
         String text = word.text();
         if (word.quoted()) {
             String whole = stage.real(text);
-            return wide ? Bytes.utf16(whole) : whole.getBytes(Call.ANSI);
+            return wide ? Bytes.utf16(whole) : whole.getBytes(Bytes.ANSI);
         }
         return switch (text.charAt(0)) {
             case 'n' -> Bytes.number((int) Words.number(text.substring(1)));
             case 'q' -> Bytes.word(Words.number(text.substring(1)));
-            case 'x' -> HexFormat.of().parseHex(Words.spelledOut(text).substring(1).replace("_", ""));
+            case 'x' -> Words.bytes(text);
             case 'z' -> new byte[Integer.parseInt(text.substring(1))];
             default -> throw new AssertionError("not understood as data: " + text);
         };

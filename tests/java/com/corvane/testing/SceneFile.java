@@ -35,8 +35,8 @@ final class SceneFile {
         DynamicContainer tests() {
             List<DynamicTest> tests = new ArrayList<>();
             for (Scene scene : scenes) {
-                for (String system : scene.systems()) {
-                    tests.add(DynamicTest.dynamicTest(scene.call() + " on " + system, () -> scene.play(system)));
+                for (Windows system : scene.systems()) {
+                    tests.add(DynamicTest.dynamicTest(scene.title() + " on " + system, () -> scene.play(system)));
                 }
             }
             return DynamicContainer.dynamicContainer(heading, tests);

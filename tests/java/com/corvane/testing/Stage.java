@@ -1,15 +1,15 @@
 package com.corvane.testing;
 
 import com.corvane.testing.Words.Word;
-import com.corvane.wizard.platform.win32.RegistryFixture;
+import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
 import java.io.IOException;
-import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
-import java.util.TreeSet;
+import java.util.Map;
+import java.util.Set;
 import java.util.stream.Collectors;
 
 /** Where a scene plays: a folder, which it calls "~", and a key of the registry, which it calls "KEY". */
@@ -61,38 +61,55 @@ final class Stage {
             }
             folder.setAttributes(name[0], marks);
         }
-        if (fullKey) {
-            RegistryFixture.fill();
-        } else if (usesRegistry) {
+        if (usesRegistry) {
             RawRegistry.deleteTree(RawRegistry.KEY);
             RawRegistry.createKey(RawRegistry.KEY);
         }
+        if (fullKey) {
+            fill(RawRegistry.KEY);
+        }
+    }
+
+    /** One value of each kind, two that are longer than the first buffer of a read, and a tree with a link. */
+    private static void fill(String key) {
+        String text = "0123456789".repeat(120) + "\0";
+        List.of("\\tree\\branch\\leaf", "\\tree\\other", "\\second").forEach(name -> RawRegistry.createKey(key + name));
+        RawRegistry.createLink(key + "\\tree\\link", key + "\\second");
+        RawRegistry.set(key, "", Win32RegistryServiceImpl.REG_SZ, Bytes.utf16("default\0"));
+        RawRegistry.set(key, "text", Win32RegistryServiceImpl.REG_SZ, Bytes.utf16("some text\0"));
+        RawRegistry.set(key, "long", Win32RegistryServiceImpl.REG_SZ, Bytes.utf16(text));
+        RawRegistry.set(key, "path", Win32RegistryServiceImpl.REG_EXPAND_SZ, Bytes.utf16("%CORVANE_BED%;rest\0"));
+        RawRegistry.set(key, "number", Win32RegistryServiceImpl.REG_DWORD, Bytes.number(0x12345678));
+        RawRegistry.set(key, "binary", Win32RegistryServiceImpl.REG_BINARY, new byte[] {0, 1, 2, -1});
+        RawRegistry.set(key, "list", Win32RegistryServiceImpl.REG_MULTI_SZ, Bytes.utf16("first\0second\0\0"));
+        RawRegistry.set(key, "long list", Win32RegistryServiceImpl.REG_MULTI_SZ, Bytes.utf16(text + text + "\0"));
+    }
+
+    /** All of it, in words. */
+    String state() {
+        String later = later();
+        return files() + (later.isEmpty() ? "" : " later: " + later)
+                + (usesRegistry ? RawRegistry.dump(RawRegistry.KEY) : "");
     }
 
     /** What is in the folder, as {@link #set} takes it; of folders, the empty ones. */
     String files() {
-        if (!usesFiles) {
-            return "";
-        }
-        TreeSet<String> shown = new TreeSet<>();
-        List<String> names = folder.names();
-        names.forEach(name -> {
-            if (!Files.isDirectory(Path.of(folder.path(name)))) {
-                shown.add(name + "=" + content(name) + marks(name));
-            } else if (!name.isEmpty() && names.stream().noneMatch(other -> other.startsWith(name + "\\"))) {
-                shown.add(name);
-            }
-        });
-        return String.join(" ", shown);
+        Map<String, String> state = usesFiles ? folder.state() : Map.of();
+        return state.keySet().stream().filter(name -> isFile(name) || isEmpty(name, state.keySet()))
+                .map(name -> isFile(name) ? name + "=" + content(state.get(name)) + marks(name) : name)
+                .sorted().collect(Collectors.joining(" "));
     }
 
-    private String content(String name) {
-        try {
-            String content = Files.readString(Path.of(folder.path(name)), StandardCharsets.ISO_8859_1);
-            return content.startsWith("L\0\0\0") ? "a-shortcut" : content;
-        } catch (IOException failure) {
-            throw new AssertionError(failure);
-        }
+    private boolean isFile(String name) {
+        return Files.isRegularFile(Path.of(folder.path(name)));
+    }
+
+    private static boolean isEmpty(String folder, Set<String> names) {
+        return !folder.isEmpty() && names.stream().noneMatch(name -> name.startsWith(folder + "\\"));
+    }
+
+    private static String content(String content) {
+        return content.startsWith("L\0\0\0") ? "a-shortcut" : content;
     }
 
     private String marks(String name) {
@@ -109,7 +126,7 @@ final class Stage {
         try {
             List<String> waits = new ArrayList<>(Reboot.pending());
             if (Files.exists(Reboot.WIN_INIT)) {
-                waits.addAll(Files.readString(Reboot.WIN_INIT, StandardCharsets.ISO_8859_1).lines().toList());
+                waits.addAll(Files.readString(Reboot.WIN_INIT, Bytes.ANSI).lines().toList());
             }
             return shown(String.join("; ", waits));
         } catch (IOException failure) {

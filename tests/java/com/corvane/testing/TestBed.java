@@ -3,6 +3,7 @@ package com.corvane.testing;
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
 import java.util.ArrayList;
 import java.util.List;
+import java.util.stream.Stream;
 import org.junit.jupiter.api.extension.AfterEachCallback;
 import org.junit.jupiter.api.extension.BeforeEachCallback;
 import org.junit.jupiter.api.extension.ExtensionContext;
@@ -19,14 +20,11 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
 
     static {
         Hooks.load();
-        Bridge.load();
         Hooks.hookJni();
         warmUp();
-        for (String dll : List.of("corvane_win32.dll", "corvane_bridge_probe.dll")) {
-            String[] unknown = Hooks.hookImports(dll);
-            if (unknown.length != 0) {
-                throw new AssertionError("The table of functions lacks " + String.join(", ", unknown));
-            }
+        String[] unknown = Hooks.hookImports("corvane_win32.dll");
+        if (unknown.length != 0) {
+            throw new AssertionError("The table of functions lacks " + String.join(", ", unknown));
         }
     }
 
@@ -48,12 +46,14 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
         Hooks.disarm();
         RawRegistry.deleteTree(RawRegistry.KEY);
         List<String> complaints = complaints();
-        for (String unused : Hooks.unused()) {
-            complaints.add("prepared in vain: " + unused);
-        }
+        complaints.addAll(unused());
         if (!complaints.isEmpty()) {
             throw new AssertionError(String.join("\n", complaints));
         }
+    }
+
+    static List<String> unused() {
+        return Stream.of(Hooks.unused()).map(unused -> "prepared in vain: " + unused).toList();
     }
 
     /** What is open and must not be, and what was done and must not be. */

@@ -9,7 +9,9 @@ public enum Windows {
     W2000(2, 5, 0, true),
     XP(2, 5, 1, true),
     VISTA(2, 6, 0, true),
-    W10(2, 10, 0, true);
+    W10(2, 10, 0, true),
+    /** One that does not tell what it is. */
+    UNKNOWN(0, 0, 0, false);
 
     private final int platform;
     private final int major;
@@ -25,22 +27,12 @@ public enum Windows {
 
     /** Makes this the system, until the next reset of the hooks. */
     public void use() {
-        Hooks.version(platform, major, minor, knowsLongRecord, true);
-    }
-
-    /** Makes it a system that does not tell what it is. */
-    public static void useUnknown() {
-        Hooks.version(0, 0, 0, false, false);
+        Hooks.version(platform, major, minor, knowsLongRecord, this != UNKNOWN);
     }
 
     /** Whether the ANSI functions are called. */
     public boolean isAnsi() {
         return platform == 1;
-    }
-
-    /** Text as the functions of this family take and give it. */
-    public byte[] encode(String text) {
-        return isAnsi() ? Bytes.latin1(text) : Bytes.utf16(text);
     }
 
     /** The name of a function in the family of this system: with an A or a W at its end. */

@@ -1,6 +1,7 @@
 package com.corvane.testing;
 
 import java.util.ArrayList;
+import java.util.HexFormat;
 import java.util.List;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
@@ -38,11 +39,6 @@ final class Words {
         return words;
     }
 
-    /** The line as it stands from the first of these words to the last. */
-    static String raw(String line, List<Word> words) {
-        return words.isEmpty() ? "" : line.substring(words.get(0).start(), words.get(words.size() - 1).end());
-    }
-
     /** The parts between these separators. */
     static List<List<Word>> parts(List<Word> words, String separator) {
         List<List<Word>> parts = new ArrayList<>();
@@ -67,6 +63,11 @@ final class Words {
                         (found.group(1) != null ? found.group(1) : found.group(2))
                                 .repeat(Integer.parseInt(found.group(3)))))
                 .replace('\u2400', '\0');
+    }
+
+    /** "x0102" as bytes. */
+    static byte[] bytes(String text) {
+        return HexFormat.of().parseHex(spelledOut(text).substring(1).replace("_", ""));
     }
 
     /** Decimal or hexadecimal, with a sign or not. */

@@ -1,22 +1,23 @@
 package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Outcome.assertFails;
-import static com.corvane.wizard.platform.win32.RegistryFixture.HKCU;
-import static com.corvane.wizard.platform.win32.RegistryFixture.KEY;
+import static com.corvane.testing.RawRegistry.KEY;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.HKEY_CURRENT_USER;
 import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertFalse;
+import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Bytes;
-import com.corvane.testing.Call;
+import com.corvane.testing.Calls;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
 import com.corvane.testing.RawRegistry;
-import com.corvane.testing.Shortcut;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import com.corvane.util.FileAttributes;
+import com.corvane.wizard.service.ServiceException;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
@@ -45,6 +46,7 @@ class BeyondScenesTest {
         Hooks.arm();
     }
 
+    /** Each name is asked for by its number, and with room for 1024 characters. */
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
     void threeHundredNamesAreListed(Windows system) throws Exception {
@@ -54,35 +56,32 @@ class BeyondScenesTest {
             RawRegistry.createKey(KEY + "\\keys\\" + name);
             RawRegistry.set(KEY + "\\values", name, 4, Bytes.number(1));
         }
-        String enumValue = system.function("RegEnumValue");
         begin(system);
-        Hooks.capture(enumValue, 3, 4);
-        assertArrayEquals(names, registry.getKeyValueNames(HKCU, KEY + "\\values"));
-        assertArrayEquals(names, registry.getSubkeyNames(HKCU, KEY + "\\keys"));
-        List<Call> values = Call.of(enumValue);
-        List<Call> keys = Call.of(system.function("RegEnumKey"));
-        assertEquals(List.of(301, 301), List.of(values.size(), keys.size()));
-        for (int index = 0; index <= 300; ++index) {
-            assertEquals(List.of(index, index), List.of(values.get(index).number(1), keys.get(index).number(1)));
-            assertEquals(1024, values.get(index).numberAt(3), "the room for each name");
+        assertArrayEquals(names, registry.getKeyValueNames(HKEY_CURRENT_USER, KEY + "\\values"));
+        assertArrayEquals(names, registry.getSubkeyNames(HKEY_CURRENT_USER, KEY + "\\keys"));
+        for (String function : List.of("RegEnumValue", "RegEnumKey")) {
+            List<String> calls = Calls.of(system.function(function));
+            assertEquals(301, calls.size());
+            for (int index = 0; index < calls.size(); ++index) {
+                assertEquals(index + " 0x400", calls.get(index).split(" ", 2)[1].replaceFirst("( 0x400).*", "$1"));
+            }
         }
     }
 
     /** Also when it is the key that is named, and whether it leads anywhere or not. */
     @Test
     void aLinkGoesAndWhereItLeadsStays() throws Exception {
-        RegistryFixture.fill();
+        RawRegistry.createKey(KEY + "\\tree\\branch\\leaf");
         begin(Windows.W10);
-        String targets = RawRegistry.dump(KEY + "\\tree");
+        String before = RawRegistry.dump(KEY);
         for (String target : new String[] {"\\tree", "\\tree\\branch\\leaf", "\\missing", ""}) {
             for (String link : new String[] {"\\product\\deep\\link", "\\alias", "\\another"}) {
                 RawRegistry.createLink(KEY + link, KEY + target);
             }
             for (String name : new String[] {"product", "alias", "another\\\\"}) {
-                registry.deleteKey(HKCU, KEY, name, true);
+                registry.deleteKey(HKEY_CURRENT_USER, KEY, name, true);
             }
-            assertArrayEquals(new String[] {"second", "tree"}, registry.getSubkeyNames(HKCU, KEY));
-            assertEquals(targets, RawRegistry.dump(KEY + "\\tree"));
+            assertEquals(before, RawRegistry.dump(KEY));
         }
     }
 
@@ -91,47 +90,33 @@ class BeyondScenesTest {
         RawRegistry.createKey(KEY + "\\tree" + "\\d".repeat(1500));
         begin(Windows.W10);
         Hooks.disarm();
-        registry.deleteKey(HKCU, KEY, "tree", true);
-        assertFalse(registry.keyExists(HKCU, KEY + "\\tree"));
+        registry.deleteKey(HKEY_CURRENT_USER, KEY, "tree", true);
+        assertFalse(registry.keyExists(HKEY_CURRENT_USER, KEY + "\\tree"));
     }
 
     /** Whatever bytes of the heap lie beside it. */
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
     void anEmptyTextIsStoredAsOneZero(Windows system) throws Exception {
-        RawRegistry.createKey(KEY);
         begin(system);
         for (int round = 0; round < 20; ++round) {
-            registry.setStringValue(HKCU, KEY, "v", false, "");
+            registry.setStringValue(HKEY_CURRENT_USER, KEY, "v", false, "");
             assertArrayEquals(new byte[system.isAnsi() ? 2 : 1], RawRegistry.data(KEY, "v"));
-        }
-    }
-
-    @Test
-    void theKindsOfDrivesHaveNames() throws Exception {
-        int[] kinds = {Win32FileServiceImpl.PARTITION_UNKNOWN, Win32FileServiceImpl.PARTITION_UNKNOWN,
-            Win32FileServiceImpl.PARTITION_REMOVABLE, Win32FileServiceImpl.PARTITION_FIXED,
-            Win32FileServiceImpl.PARTITION_REMOTE, Win32FileServiceImpl.PARTITION_CD,
-            Win32FileServiceImpl.PARTITION_RAM_DISK};
-        for (int kind = 0; kind < kinds.length; ++kind) {
-            begin(Windows.W10);
-            Hooks.answer("GetDriveTypeA", kind);
-            assertEquals(kinds[kind], files.getPartitionType("D:\\"));
         }
     }
 
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
-    void aHundredNamesAreTriedForAProbe(Windows system) throws Exception {
+    void aHundredNamesAreTriedForAProbe(Windows system) {
         String create = system.function("CreateFile");
         begin(system);
-        Hooks.captureText(create, 0);
         for (int nth = 1; nth <= 100; ++nth) {
             Hooks.fail(create, nth, nth % 2 == 0 ? 80 : 183);
         }
-        assertEquals(true, files.isDirectoryWritable(folder.path("")));
-        assertEquals(folder.path("zq_test99.txt"), Call.of(create).get(99).text(0));
-        assertEquals(100, Call.of(create).size());
+        assertEquals("returned true", Outcome.of(() -> files.isDirectoryWritable(folder.path(""))).toString());
+        List<String> probes = Calls.of(create);
+        assertEquals(100, probes.size());
+        assertEquals(create + " " + folder.path("zq_test99.txt"), probes.get(99).replaceFirst("(\\.txt).*", "$1"));
     }
 
     @ParameterizedTest
@@ -161,9 +146,9 @@ class BeyondScenesTest {
             works.add(() -> {
                 for (int round = 0; round < 200; ++round) {
                     String text = (name + " round " + round + ";").repeat(1 + round % 40);
-                    registry.setStringValue(HKCU, KEY, name, false, text);
-                    assertEquals(text, registry.getStringValue(HKCU, KEY, name, false));
-                    assertFails(-100008, 1804, () -> registry.get32BitValue(HKCU, KEY, "a text"));
+                    registry.setStringValue(HKEY_CURRENT_USER, KEY, name, false, text);
+                    assertEquals(text, registry.getStringValue(HKEY_CURRENT_USER, KEY, name, false));
+                    assertFails(-100008, 1804, () -> registry.get32BitValue(HKEY_CURRENT_USER, KEY, "a text"));
                 }
                 return null;
             });
@@ -184,9 +169,13 @@ class BeyondScenesTest {
     void aThreadWithoutCom() throws Exception {
         Win32DesktopServiceImpl desktop = new Win32DesktopServiceImpl();
         List<String> came = new ArrayList<>();
+        List<String> expected = new ArrayList<>();
+        for (String name : List.of("n0", "n1")) {
+            expected.addAll(List.of("SHChangeNotify 8 1 " + folder.path("") + "\\ 0",
+                    "SHChangeNotify 2 1 " + folder.path(name + ".lnk") + " 0"));
+        }
         Thread thread = new Thread(() -> {
             begin(Windows.W10);
-            Hooks.captureText("SHChangeNotify", 2);
             for (String name : List.of("n0", "n1")) {
                 came.add(Outcome.ofVoid(() ->
                         desktop.createDesktopItem(folder.path(""), "", name, "C:\\x.exe", "", "", "")).toString());
@@ -196,14 +185,9 @@ class BeyondScenesTest {
         thread.start();
         thread.join();
         assertEquals(List.of("returned nothing", "returned nothing"), came);
-        List<Call> told = Call.of("SHChangeNotify");
-        assertEquals(List.of(8, 2, 8, 2), told.stream().map(call -> call.number(0)).toList());
-        for (int index = 0; index < 2; ++index) {
-            String shortcut = folder.path("n" + index + ".lnk");
-            assertArrayEquals(new String[] {"C:\\x.exe", "", "", ""}, Shortcut.read(shortcut));
-            assertEquals(shortcut, told.get(2 * index + 1).text(2));
-        }
-        assertEquals(List.of(2, 2), List.of(Call.of("CoInitialize").size(), Call.of("CoUninitialize").size()));
+        assertEquals(expected, Calls.of("SHChangeNotify"));
+        assertTrue(folder.has("n0.lnk") && folder.has("n1.lnk"));
+        assertEquals(List.of(2, 2), List.of(Calls.of("CoInitialize").size(), Calls.of("CoUninitialize").size()));
     }
 
     @Test
@@ -217,7 +201,7 @@ class BeyondScenesTest {
         begin(Windows.W10);
         Outcome outcome = Outcome.ofVoid(() -> files.setFileAttributes(folder.file("file", ""), throwing));
         assertEquals("java.lang.IllegalStateException: mine", outcome.toString());
-        assertEquals(List.of(), Call.of("SetFileAttributesW"));
+        assertEquals(List.of(), Calls.of("SetFileAttributesW"));
     }
 
     @Test
@@ -226,5 +210,24 @@ class BeyondScenesTest {
         String file = folder.file("file", "f");
         String owner = Files.getOwner(Path.of(file)).getName();
         assertEquals(owner.substring(owner.lastIndexOf('\\') + 1), files.getFileOwner(file));
+    }
+
+    /** The kinds of drives have names; an exception tells the error as a number, and its code in its text. */
+    @Test
+    void whatJavaAloneSays() {
+        assertEquals(List.of(-1, 2, 1, 3, 4, 5), List.of(Win32FileServiceImpl.PARTITION_UNKNOWN,
+                Win32FileServiceImpl.PARTITION_REMOVABLE, Win32FileServiceImpl.PARTITION_FIXED,
+                Win32FileServiceImpl.PARTITION_REMOTE, Win32FileServiceImpl.PARTITION_CD,
+                Win32FileServiceImpl.PARTITION_RAM_DISK));
+        String[] messages = {"Denied.\r\n (5)", " (2147942414)", "(5)", "Denied (5).", "Denied (x)",
+            "Denied (4294967296)", ""};
+        int[] reasons = {5, 0x8007000E, 0, 0, 0, 0, 0};
+        for (int index = 0; index < reasons.length; ++index) {
+            assertEquals(reasons[index], new ServiceException(-5, messages[index]).getReason(), messages[index]);
+        }
+        assertEquals(0, new ServiceException(-5).getReason());
+        String name = ServiceException.class.getName();
+        assertEquals(name + ": -5: Denied. (7)", new ServiceException(-5, "Denied. (7)").toString());
+        assertEquals(name + ": -5", new ServiceException(-5).toString());
     }
 }

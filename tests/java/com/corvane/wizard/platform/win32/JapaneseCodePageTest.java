@@ -1,17 +1,15 @@
 package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Bytes.utf16;
-import static com.corvane.wizard.platform.win32.RegistryFixture.EXPAND_SZ;
-import static com.corvane.wizard.platform.win32.RegistryFixture.HKCU;
-import static com.corvane.wizard.platform.win32.RegistryFixture.KEY;
-import static com.corvane.wizard.platform.win32.RegistryFixture.MULTI_SZ;
-import static com.corvane.wizard.platform.win32.RegistryFixture.SZ;
+import static com.corvane.testing.RawRegistry.KEY;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_EXPAND_SZ;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_MULTI_SZ;
+import static com.corvane.wizard.platform.win32.Win32RegistryServiceImpl.REG_SZ;
 import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
-import com.corvane.testing.Bridge;
 import com.corvane.testing.Call;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.RawRegistry;
@@ -52,15 +50,15 @@ class JapaneseCodePageTest {
 
     @Test
     void textGoesInAndOut() throws Exception {
-        assertArrayEquals(ansi(JAPANESE + "\0"), Bridge.copyAnsi(JAPANESE), "the code page must be 932");
+        assertEquals("MS932", System.getProperty("sun.jnu.encoding"), "the code page must be 932");
         for (String text : new String[] {JAPANESE, BACKSLASH_INSIDE, "a" + JAPANESE + "b", "\uFF71\uFF72"}) {
-            registry.createKey(HKCU, KEY, text);
-            registry.setStringValue(HKCU, KEY + "\\" + text, text, false, text);
-            assertEquals(text, registry.getStringValue(HKCU, KEY + "\\" + text, text, false));
-            assertArrayEquals(new String[] {text}, registry.getKeyValueNames(HKCU, KEY + "\\" + text));
-            assertEquals(SZ, RawRegistry.type(KEY + "\\" + text, text), "the same names for the wide functions");
-            assertArrayEquals(new String[] {text}, registry.getSubkeyNames(HKCU, KEY));
-            registry.deleteKey(HKCU, KEY, text, true);
+            registry.createKey(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, text);
+            registry.setStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY + "\\" + text, text, false, text);
+            assertEquals(text, registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY + "\\" + text, text, false));
+            assertArrayEquals(new String[] {text}, registry.getKeyValueNames(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY + "\\" + text));
+            assertEquals(REG_SZ, RawRegistry.type(KEY + "\\" + text, text), "the same names for the wide functions");
+            assertArrayEquals(new String[] {text}, registry.getSubkeyNames(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY));
+            registry.deleteKey(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, text, true);
         }
     }
 
@@ -72,7 +70,7 @@ class JapaneseCodePageTest {
             Windows.W98.use();
             Hooks.capture("RegSetValueExA", 4, 2 * text.length());
             Hooks.arm();
-            registry.setStringValue(HKCU, KEY, "v", false, text);
+            registry.setStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false, text);
             assertEquals(2 * text.length(), Call.only("RegSetValueExA").number(5));
             byte[] expected = Arrays.copyOf(ansi(text), 2 * text.length());
             assertArrayEquals(expected, Call.only("RegSetValueExA").bytes(4));
@@ -81,8 +79,8 @@ class JapaneseCodePageTest {
 
     @Test
     void whatTheCodePageLacksBecomesItsDefault() throws Exception {
-        registry.setStringValue(HKCU, KEY, "v", false, "a\u20ACb\u0E01");
-        assertEquals("a?b?", registry.getStringValue(HKCU, KEY, "v", false));
+        registry.setStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false, "a\u20ACb\u0E01");
+        assertEquals("a?b?", registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false));
     }
 
     /** A two-byte character that the end of the data cuts in half gives no text that is longer. */
@@ -91,22 +89,22 @@ class JapaneseCodePageTest {
         byte[] full = new byte[512];
         Arrays.fill(full, (byte) 'x');
         full[511] = ansi(JAPANESE)[0];
-        Hooks.answerValue(SZ, full);
-        String text = registry.getStringValue(HKCU, KEY, "v", false);
+        Hooks.answerValue(REG_SZ, full);
+        String text = registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false);
         assertTrue(text.startsWith("x".repeat(511)) && text.length() <= 512, text);
 
         Hooks.reset();
         Windows.W98.use();
-        Hooks.answerValue(SZ, ansi("x".repeat(511) + JAPANESE));
+        Hooks.answerValue(REG_SZ, ansi("x".repeat(511) + JAPANESE));
         Hooks.arm();
-        assertEquals("x".repeat(511) + JAPANESE, registry.getStringValue(HKCU, KEY, "v", false));
+        assertEquals("x".repeat(511) + JAPANESE, registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false));
     }
 
     @Test
     void listsKeepTheirNulsOnTheWayIn() throws Exception {
         byte[] expected = ansi(JAPANESE + "\0\0" + BACKSLASH_INSIDE + "\0\0");
         Hooks.capture("RegSetValueExA", 4, expected.length);
-        registry.setMultiStringValue(HKCU, KEY, "v", new String[] {JAPANESE, "", BACKSLASH_INSIDE});
+        registry.setMultiStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", new String[] {JAPANESE, "", BACKSLASH_INSIDE});
         assertEquals(expected.length, Call.only("RegSetValueExA").number(5));
         assertArrayEquals(expected, Call.only("RegSetValueExA").bytes(4));
         assertArrayEquals(utf16(JAPANESE + "\0\0" + BACKSLASH_INSIDE + "\0\0"), RawRegistry.data(KEY, "v"));
@@ -118,12 +116,12 @@ class JapaneseCodePageTest {
      */
     @Test
     void listsEndInAnEmptyTextForEachTwoByteCharacter() throws Exception {
-        RawRegistry.set(KEY, "v", MULTI_SZ, utf16("a\0" + JAPANESE + "\0\0"));
-        assertArrayEquals(new String[] {"a", JAPANESE, "", "", ""}, registry.getMultiStringValue(HKCU, KEY, "v"));
+        RawRegistry.set(KEY, "v", REG_MULTI_SZ, utf16("a\0" + JAPANESE + "\0\0"));
+        assertArrayEquals(new String[] {"a", JAPANESE, "", "", ""}, registry.getMultiStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v"));
 
         String item = JAPANESE.repeat(300);
-        RawRegistry.set(KEY, "v", MULTI_SZ, utf16(item + "\0" + item + "\0\0"));
-        String[] texts = registry.getMultiStringValue(HKCU, KEY, "v");
+        RawRegistry.set(KEY, "v", REG_MULTI_SZ, utf16(item + "\0" + item + "\0\0"));
+        String[] texts = registry.getMultiStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v");
         assertEquals(item, texts[0]);
         assertEquals(item, texts[1]);
         // A buffer of the exact size has no more characters than the text: nothing follows.
@@ -137,19 +135,19 @@ class JapaneseCodePageTest {
         assertEquals(message(), ansi);
     }
 
-    private static String message() {
-        return assertThrows(ServiceException.class, () -> Bridge.raiseWithMessage(-1, 5)).getMessage();
+    private String message() {
+        return assertThrows(ServiceException.class, () -> registry.keyExists(9, "")).getMessage();
     }
 
     /** A stand-in expands here: Wine's function counts characters where Windows counts bytes. */
     @Test
     void variablesAreReplaced() throws Exception {
-        RawRegistry.set(KEY, "v", EXPAND_SZ, utf16("%" + JAPANESE + "%\0"));
+        RawRegistry.set(KEY, "v", REG_EXPAND_SZ, utf16("%" + JAPANESE + "%\0"));
         byte[] expanded = ansi("C:\\" + JAPANESE + "\0");
         Hooks.capture("ExpandEnvironmentStringsA", 0, 9);
         Hooks.answer("ExpandEnvironmentStringsA", expanded.length);
         Hooks.answer("ExpandEnvironmentStringsA", expanded.length, 1, expanded);
-        assertEquals("C:\\" + JAPANESE, registry.getStringValue(HKCU, KEY, "v", true));
+        assertEquals("C:\\" + JAPANESE, registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", true));
         for (Call call : Call.of("ExpandEnvironmentStringsA")) {
             assertArrayEquals(ansi("%" + JAPANESE + "%\0"), call.bytes(0));
         }
