@@ -3,20 +3,19 @@ package com.corvane.testing;
 import java.io.IOException;
 import java.io.UncheckedIOException;
 import java.nio.charset.StandardCharsets;
-import java.nio.file.FileVisitResult;
 import java.nio.file.Files;
 import java.nio.file.LinkOption;
 import java.nio.file.Path;
-import java.nio.file.SimpleFileVisitor;
-import java.nio.file.attribute.BasicFileAttributes;
+import java.util.Comparator;
+import java.util.List;
 import java.util.Map;
 import java.util.TreeMap;
 
 /** A folder of small text files for a test. What goes wrong in here is an error of the test. */
 public final class Folder {
 
-    public static final int READ_ONLY = 1;
-    public static final int HIDDEN = 2;
+    private static final int READ_ONLY = 1;
+    private static final int HIDDEN = 2;
 
     private final Path path;
 
@@ -39,8 +38,9 @@ public final class Folder {
     /** Takes everything away and makes the folder anew. */
     public void clear() {
         doing(() -> {
-            if (Files.exists(path, LinkOption.NOFOLLOW_LINKS)) {
-                Files.walkFileTree(path, new Remover());
+            for (Path entry : Files.exists(path, LinkOption.NOFOLLOW_LINKS) ? all() : List.<Path>of()) {
+                Files.setAttribute(entry, "dos:readonly", false, LinkOption.NOFOLLOW_LINKS);
+                Files.delete(entry);
             }
             return Files.createDirectories(path);
         });
@@ -96,15 +96,20 @@ public final class Folder {
     public Map<String, String> state() {
         Map<String, String> state = new TreeMap<>();
         doing(() -> {
-            try (var found = Files.walk(path)) {
-                for (Path entry : (Iterable<Path>) found::iterator) {
-                    boolean file = Files.isRegularFile(entry);
-                    state.put(path.relativize(entry).toString(), file ? Files.readString(entry, StandardCharsets.ISO_8859_1) : "a folder");
-                }
+            for (Path entry : all()) {
+                state.put(path.relativize(entry).toString(), Files.isRegularFile(entry)
+                        ? Files.readString(entry, StandardCharsets.ISO_8859_1) : "a folder");
             }
             return null;
         });
         return state;
+    }
+
+    /** Everything in it and itself, what is deepest first. */
+    private List<Path> all() throws IOException {
+        try (var found = Files.walk(path)) {
+            return found.sorted(Comparator.reverseOrder()).toList();
+        }
     }
 
     private interface Work<T> {
@@ -116,22 +121,6 @@ public final class Folder {
             return work.run();
         } catch (IOException failure) {
             throw new UncheckedIOException(failure);
-        }
-    }
-
-    private static final class Remover extends SimpleFileVisitor<Path> {
-        @Override
-        public FileVisitResult visitFile(Path file, BasicFileAttributes attributes) throws IOException {
-            Files.setAttribute(file, "dos:readonly", false, LinkOption.NOFOLLOW_LINKS);
-            Files.delete(file);
-            return FileVisitResult.CONTINUE;
-        }
-
-        @Override
-        public FileVisitResult postVisitDirectory(Path directory, IOException failure) throws IOException {
-            Files.setAttribute(directory, "dos:readonly", false);
-            Files.delete(directory);
-            return FileVisitResult.CONTINUE;
         }
     }
 }

@@ -16,7 +16,6 @@ import com.corvane.testing.Outcome;
 import com.corvane.testing.RawRegistry;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
-import com.corvane.util.FileAttributes;
 import com.corvane.wizard.service.ServiceException;
 import java.nio.file.Files;
 import java.nio.file.Path;
@@ -32,7 +31,7 @@ import org.junit.jupiter.api.extension.ExtendWith;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.EnumSource;
 
-/** What no scene can say: hundreds of things, other threads, and objects of Java's own. */
+/** What no scene can say: hundreds of things, other threads, and what Java alone says. */
 @ExtendWith(TestBed.class)
 class BeyondScenesTest {
 
@@ -188,20 +187,6 @@ class BeyondScenesTest {
         assertEquals(expected, Calls.of("SHChangeNotify"));
         assertTrue(folder.has("n0.lnk") && folder.has("n1.lnk"));
         assertEquals(List.of(2, 2), List.of(Calls.of("CoInitialize").size(), Calls.of("CoUninitialize").size()));
-    }
-
-    @Test
-    void whatAJavaMethodThrowsIsWhatJavaSees() {
-        FileAttributes throwing = new FileAttributes() {
-            @Override
-            public boolean getAttributeState(int attribute) {
-                throw new IllegalStateException("mine");
-            }
-        };
-        begin(Windows.W10);
-        Outcome outcome = Outcome.ofVoid(() -> files.setFileAttributes(folder.file("file", ""), throwing));
-        assertEquals("java.lang.IllegalStateException: mine", outcome.toString());
-        assertEquals(List.of(), Calls.of("SetFileAttributesW"));
     }
 
     @Test
