@@ -109,7 +109,7 @@ final class Stage {
         try {
             List<String> waits = new ArrayList<>(Reboot.pending());
             if (Files.exists(Reboot.WIN_INIT)) {
-                waits.addAll(Files.readString(Reboot.WIN_INIT, StandardCharsets.ISO_8859_1).lines().toList());
+                waits.addAll(Files.readString(Reboot.WIN_INIT, Call.ANSI).lines().toList());
             }
             return shown(String.join("; ", waits));
         } catch (IOException failure) {
