@@ -3,6 +3,7 @@ package com.corvane.testing;
 import com.corvane.wizard.platform.win32.Win32DesktopServiceImpl;
 import com.corvane.wizard.platform.win32.Win32Library;
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
+import com.sun.jna.platform.win32.Ole32;
 import java.io.File;
 import java.lang.reflect.InvocationTargetException;
 import java.net.URL;
@@ -34,17 +35,18 @@ public final class LoadProbe {
     private static void load(String com) {
         try {
             if (com != null) {
-                Hooks.load();
-                Apartment.start(com.equals("multithreaded"));
+                Ole32.INSTANCE.CoInitializeEx(null,
+                        com.equals("multithreaded") ? Ole32.COINIT_MULTITHREADED : Ole32.COINIT_APARTMENTTHREADED);
             }
             Win32Library.load();
             Win32Library.load();
             System.out.println("loaded, answers " + new Win32RegistryServiceImpl().keyExists(3, null));
             if (com != null) {
-                System.out.println(shortcut());
+                new Win32DesktopServiceImpl().createDesktopItem(
+                        System.getProperty("java.io.tmpdir"), "group", "n", "C:\\x.exe", "", "", "");
             }
         } catch (Exception | UnsatisfiedLinkError failure) {
-            System.out.println(failure.getMessage());
+            System.out.println(failure);
         }
     }
 
@@ -61,11 +63,5 @@ public final class LoadProbe {
         } catch (LinkageError failure) {
             return failure.toString();
         }
-    }
-
-    private static Outcome shortcut() {
-        String folder = System.getProperty("java.io.tmpdir");
-        return Outcome.ofVoid(() ->
-                new Win32DesktopServiceImpl().createDesktopItem(folder, "group", "n", "C:\\x.exe", "", "", ""));
     }
 }

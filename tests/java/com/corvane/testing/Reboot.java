@@ -1,6 +1,11 @@
 package com.corvane.testing;
 
+import com.sun.jna.Memory;
+import com.sun.jna.WString;
+import com.sun.jna.ptr.IntByReference;
 import java.io.IOException;
+import java.io.UncheckedIOException;
+import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
@@ -12,25 +17,32 @@ public final class Reboot {
     /** Where Windows 95, 98 and ME look. */
     public static final Path WIN_INIT = Path.of(System.getenv("SystemRoot"), "WinInit.Ini");
 
+    private static final WString MANAGER = new WString("SYSTEM\\CurrentControlSet\\Control\\Session Manager");
+    private static final WString PENDING = new WString("PendingFileRenameOperations");
+    private static final int ANY_TYPE = 0xFFFF;
+    private static final Memory DATA = new Memory(1 << 18);
+
     private Reboot() {}
 
     /** Nothing waits any more. */
     public static void forget() {
-        dropPending();
+        RawRegistry.call("RegDeleteKeyValueW", RawRegistry.MACHINE, MANAGER, PENDING);
         try {
             Files.deleteIfExists(WIN_INIT);
         } catch (IOException failure) {
-            throw new AssertionError(failure);
+            throw new UncheckedIOException(failure);
         }
     }
 
     /** What waits on the NT family, each as {@code path} to delete it or {@code path > target}. */
     public static List<String> pending() {
+        IntByReference size = new IntByReference((int) DATA.size());
+        int result = RawRegistry.call("RegGetValueW", RawRegistry.MACHINE, MANAGER, PENDING, ANY_TYPE, null, DATA, size);
+        String text = new String(DATA.getByteArray(0, result == 0 ? size.getValue() : 0), StandardCharsets.UTF_16LE);
         List<String> pending = new ArrayList<>();
-        String[] texts = pendingData().split("\0", -1);
+        String[] texts = text.replaceAll("(?<=^|\0)(!?)\\\\\\?\\?\\\\", "$1").split("\0", -1);
         for (int index = 0; index + 1 < texts.length && !texts[index].isEmpty(); index += 2) {
-            String target = plain(texts[index + 1]);
-            pending.add(plain(texts[index]) + (target.isEmpty() ? "" : " > " + target));
+            pending.add(texts[index] + (texts[index + 1].isEmpty() ? "" : " > " + texts[index + 1]));
         }
         return pending;
     }
@@ -45,12 +57,4 @@ public final class Reboot {
             throw new AssertionError("the start failed: " + start.exitValue());
         }
     }
-
-    private static String plain(String path) {
-        return path.replaceFirst("^(!)?\\\\\\?\\?\\\\", "$1");
-    }
-
-    private static native String pendingData();
-
-    private static native void dropPending();
 }

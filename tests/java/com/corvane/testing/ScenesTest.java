@@ -1,5 +1,6 @@
 package com.corvane.testing;
 
+import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
@@ -10,6 +11,7 @@ import java.util.ArrayList;
 import java.util.List;
 import org.junit.jupiter.api.DynamicContainer;
 import org.junit.jupiter.api.DynamicTest;
+import org.junit.jupiter.api.Tag;
 import org.junit.jupiter.api.TestFactory;
 import org.junit.jupiter.api.extension.ExtendWith;
 
@@ -20,9 +22,21 @@ class ScenesTest {
     /** "corvane.test.scene" names the files to play; without it, all are. */
     @TestFactory
     List<DynamicContainer> scenes() throws IOException {
+        return scenesIn(Path.of(System.getProperty("corvane.test.scenes")));
+    }
+
+    /** Those in a process whose ANSI code page is 932. */
+    @TestFactory
+    @Tag("cp932")
+    List<DynamicContainer> scenesInJapanese() throws IOException {
+        assertEquals("MS932", System.getProperty("sun.jnu.encoding"));
+        return scenesIn(Path.of(System.getProperty("corvane.test.scenes"), "cp932"));
+    }
+
+    private static List<DynamicContainer> scenesIn(Path folder) throws IOException {
         String wanted = System.getProperty("corvane.test.scene", "\\w+");
         List<DynamicContainer> tests = new ArrayList<>();
-        try (var files = Files.list(Path.of(System.getProperty("corvane.test.scenes")))) {
+        try (var files = Files.list(folder)) {
             for (Path file : files.sorted().toList()) {
                 if (file.getFileName().toString().matches(wanted + "\\.txt")) {
                     tests.add(DynamicContainer.dynamicContainer(file.getFileName().toString(),

@@ -2,44 +2,41 @@ package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Bytes.number;
 import static com.corvane.testing.Outcome.assertFails;
-import static com.corvane.testing.RawRegistry.deleteTree;
-import static com.corvane.testing.RawRegistry.dump;
 import static org.junit.jupiter.api.Assertions.assertEquals;
-import static org.junit.jupiter.api.Assertions.assertFalse;
-import static org.junit.jupiter.api.Assertions.assertTrue;
 
-import com.corvane.testing.Call;
 import com.corvane.testing.Hooks;
-import com.corvane.testing.SystemTool;
+import com.corvane.testing.Outcome.Action;
+import com.corvane.testing.RawRegistry;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
+import java.util.ArrayList;
 import java.util.List;
-import org.junit.jupiter.api.AfterEach;
+import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.EnumSource;
 
-/** The entry in the list of programs. */
+/** The entry in the list of programs; the lists are in the key of the tests, to which the roots then lead. */
 @ExtendWith(TestBed.class)
 class ProductTest {
 
-    private static final int USER = 3;
-    private static final int MACHINE = 4;
-    private static final String LIST = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
-    private static final int OF_DELETED_KEY = 0x10008;
+    private static final String VERSION = "\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion";
+    private static final String LIST = VERSION + "\\Uninstall";
+    private static final String USER = RawRegistry.KEY + "\\user";
+    private static final String MACHINE = RawRegistry.KEY + "\\machine";
     private static final String COMMAND = "C:\\un.exe -x " + "y".repeat(80);
-    private static final String KEY = "Corvane " + "k".repeat(55);
-    private static final String LONG_KEY = KEY + "more k";
-    private static final String LONG_NAME = "n".repeat(63) + "and more";
+    private static final String KEY = "k".repeat(63);
+    private static final String LONG_KEY = KEY + " and more";
+    private static final String NAME = "n".repeat(63);
+    private static final String LONG_NAME = NAME + " and more";
 
     private final Win32ProductServiceImpl product = new Win32ProductServiceImpl();
-    private final Win32RegistryServiceImpl registry = new Win32RegistryServiceImpl();
 
-    private static void begin(Windows system) {
-        Hooks.reset();
-        system.use();
-        Hooks.arm();
+    @BeforeEach
+    void makeTheMachinesList() {
+        RawRegistry.createKey(USER + VERSION);
+        RawRegistry.createKey(MACHINE + LIST);
     }
 
     /** The token has no groups: nobody is an administrator. */
@@ -48,135 +45,91 @@ class ProductTest {
         Hooks.answer("GetTokenInformation", 1, 2, new byte[8]);
     }
 
-    private boolean isListed(int root, String key) throws Exception {
-        return registry.keyExists(root, LIST + "\\" + key);
-    }
-
-    private String value(int root, String key, String name) throws Exception {
-        return registry.getStringValue(root, LIST + "\\" + key, name, false);
-    }
-
-    @AfterEach
-    void takeAway() throws Exception {
-        begin(Windows.W10);
-        for (String key : List.of("Corvane", KEY, LONG_KEY)) {
-            for (int root : new int[] {USER, MACHINE}) {
-                if (isListed(root, key)) {
-                    registry.deleteKey(root, LIST, key, true);
-                }
+    /** The entries after the action on this system: the list, the key, and the types and texts of the values. */
+    private static List<String> after(Windows system, Action action) throws Exception {
+        Hooks.reset();
+        system.use();
+        Hooks.arm();
+        RawRegistry.lead(RawRegistry.MACHINE, MACHINE);
+        RawRegistry.lead(RawRegistry.USER, USER);
+        try {
+            action.run();
+        } finally {
+            RawRegistry.lead(RawRegistry.USER, null);
+            RawRegistry.lead(RawRegistry.MACHINE, null);
+        }
+        List<String> entries = new ArrayList<>();
+        for (String root : List.of(USER, MACHINE)) {
+            for (String key : RawRegistry.subkeys(root + LIST)) {
+                StringBuilder entry = new StringBuilder(root.equals(USER) ? "user " : "machine ").append(key);
+                RawRegistry.values(root + LIST + "\\" + key).forEach(value -> entry.append(", ").append(value.name())
+                        .append(' ').append(value.type()).append(' ').append(value.text()));
+                entries.add(entry.toString());
             }
         }
+        return entries;
     }
 
+    private static String entry(String root, String key, String name, String command) {
+        return root + " " + key + ", DisplayName 1 " + name + ", UninstallString 1 " + command;
+    }
+
+    /** Nobody asks for an administrator on Windows 98; and Windows 2000 alone shows long names. */
     @ParameterizedTest
     @EnumSource(names = {"W98", "NT4", "W2000", "XP"})
     void anEntryComesAndGoes(Windows system) throws Exception {
-        String set = system.function("RegSetValueEx");
-        begin(system);
-        Hooks.captureText(set, 1);
-        if (system.isAnsi()) {
-            beNobody();  // which is no question there
-        }
-        product.win32RegisterUninstaller(KEY, LONG_NAME, COMMAND);
-        assertEquals(List.of("DisplayName", "UninstallString"),
-                Call.of(set).stream().map(call -> call.text(1)).toList());
-        begin(system);
-        String shown = system == Windows.W2000 ? LONG_NAME : LONG_NAME.substring(0, 63);
-        assertEquals(shown, value(MACHINE, KEY, "DisplayName"));
-        assertEquals(COMMAND, value(MACHINE, KEY, "UninstallString"));
-        assertEquals(Win32RegistryServiceImpl.REG_SZ,
-                registry.getValueType(MACHINE, LIST + "\\" + KEY, "DisplayName"));
-        assertFalse(isListed(USER, KEY));
-        begin(system);
-        product.win32UnregisterUninstaller(LONG_KEY, "no such product");
-        assertFalse(isListed(MACHINE, KEY));
-        product.win32RegisterUninstaller("Corvane", "", null);
-        Call none = Call.of(set).get(1);
-        assertEquals(List.of(0L, 0L), List.of(none.word(4), (long) none.number(5)), "no command: no data");
-        product.win32RegisterUninstaller(KEY, "", "");
-        String delete = system.isAnsi() ? "RegDeleteKeyA" : "RegOpenKeyExW";
-        begin(system);
-        Hooks.captureText(delete, 1);
-        product.win32UnregisterUninstaller("Corvane", KEY);
-        List<String> deleted = Call.of(delete).stream()
-                .filter(call -> system.isAnsi() || call.number(3) == OF_DELETED_KEY)
-                .map(call -> call.text(1))
-                .toList();
-        assertEquals(List.of(KEY, "Corvane"), deleted);
-        assertFalse(isListed(MACHINE, "Corvane") || isListed(MACHINE, KEY));
-        product.win32UnregisterUninstaller("no such product", "nor such a one");
+        String named = entry("machine", KEY, system == Windows.W2000 ? LONG_NAME : NAME, COMMAND);
+        assertEquals(List.of(named), after(system, () -> {
+            if (system.isAnsi()) {
+                beNobody();
+            }
+            product.win32RegisterUninstaller(KEY, LONG_NAME, COMMAND);
+        }));
+        assertEquals(List.of(entry("machine", "Corvane", "", ""), named),
+                after(system, () -> product.win32RegisterUninstaller("Corvane", "", null)));
+        assertEquals(0, RawRegistry.data(MACHINE + LIST + "\\Corvane", "UninstallString").length);
+        assertEquals(List.of(), after(system, () -> product.win32UnregisterUninstaller(LONG_KEY, "Corvane")));
+        assertEquals(List.of(), after(system, () -> product.win32UnregisterUninstaller("none", "nor this one")));
     }
 
     /** The key is made under the short name; the values belong to the long one, which is not there. */
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
     void aLongKey(Windows system) throws Exception {
-        begin(system);
-        assertFails(-90000, 2, () -> product.win32RegisterUninstaller(LONG_KEY, "name", COMMAND));
-        assertTrue(isListed(MACHINE, KEY));
-        assertFalse(isListed(MACHINE, LONG_KEY));
-        begin(system);
-        registry.createKey(MACHINE, LIST, LONG_KEY);
-        product.win32RegisterUninstaller(LONG_KEY, "name", COMMAND);
-        assertEquals("name", value(MACHINE, LONG_KEY, "DisplayName"));
-        begin(system);
-        product.win32UnregisterUninstaller("", LONG_KEY);
-        assertFalse(isListed(MACHINE, LONG_KEY));
-        assertTrue(isListed(MACHINE, KEY));
+        String bare = "machine " + KEY;
+        assertEquals(List.of(bare), after(system, () ->
+                assertFails(-90000, 2, () -> product.win32RegisterUninstaller(LONG_KEY, "name", COMMAND))));
+        RawRegistry.createKey(MACHINE + LIST + "\\" + LONG_KEY);
+        assertEquals(List.of(bare, entry("machine", LONG_KEY, "name", COMMAND)),
+                after(system, () -> product.win32RegisterUninstaller(LONG_KEY, "name", COMMAND)));
+        assertEquals(List.of(bare), after(system, () -> product.win32UnregisterUninstaller("", LONG_KEY)));
     }
 
-    /** Only a user's list is made where it is missing. */
     @Test
-    void theMachinesListIsThere() throws Exception {
-        begin(Windows.W10);
-        Hooks.fail("RegOpenKeyExW", 1, 2);
-        assertFails(-90000, 2, () -> product.win32RegisterUninstaller(KEY, "name", COMMAND));
-        assertFalse(isListed(MACHINE, KEY));
+    void theOtherKeyGoesFirst() throws Exception {
+        assertEquals(List.of(entry("machine", "key", "", "")), after(Windows.W98, () -> {
+            product.win32RegisterUninstaller("key", "", "");
+            product.win32RegisterUninstaller("other", "", "");
+            Hooks.fail("RegDeleteKeyA", 2, 5);
+            assertFails(-90001, 5, () -> product.win32UnregisterUninstaller("key", "other"));
+        }));
     }
 
+    /** Only a user's list is made where it is missing; and who cannot be known is nobody either. */
     @Test
     void anOrdinaryUserHasAListOfTheirOwn() throws Exception {
-        begin(Windows.XP);
-        boolean hadList = registry.keyExists(USER, LIST);
-        assertEquals("[" + LIST + "]\n", dump(LIST), "the list of the user is in use");
-        deleteTree(LIST);
-        for (List<String> made : List.of(List.of("Uninstall", "Corvane"), List.of("Corvane"))) {
-            begin(Windows.XP);
-            Hooks.captureText("RegCreateKeyExW", 1);
-            beNobody();
-            product.win32RegisterUninstaller("Corvane", "name", COMMAND);
-            assertEquals(made, Call.of("RegCreateKeyExW").stream().map(call -> call.text(1)).toList());
-            assertEquals("name", value(USER, "Corvane", "DisplayName"));
-            assertFalse(isListed(MACHINE, "Corvane"));
-            begin(Windows.XP);
-            Hooks.fail("OpenThreadToken", 1, 5);  // who cannot be known is nobody either
-            product.win32UnregisterUninstaller("Corvane", "");
-            assertFalse(isListed(USER, "Corvane"));
-        }
-        if (!hadList) {
-            deleteTree(LIST);
-        }
-    }
-
-    /** The system's own program prints the key and the name of each. */
-    @ParameterizedTest
-    @EnumSource(names = {"W98", "XP"})
-    void theSystemListsIt(Windows system) throws Exception {
-        String line = "Corvane|||The product's name";
-        for (boolean nobody : new boolean[] {false, true}) {
-            for (boolean add : new boolean[] {true, false}) {
-                begin(system);
-                if (nobody) {
-                    beNobody();
-                }
-                if (add) {
-                    product.win32RegisterUninstaller("Corvane", "The product's name", COMMAND);
-                } else {
-                    product.win32UnregisterUninstaller("Corvane", "");
-                }
-                List<String> listed = SystemTool.lines("uninstaller.exe", "--list");
-                assertEquals(add, listed.contains(line), listed.toString());
-            }
+        RawRegistry.deleteTree(MACHINE + LIST);
+        assertEquals(List.of(), after(Windows.XP, () ->
+                assertFails(-90000, 2, () -> product.win32RegisterUninstaller(KEY, "name", COMMAND))));
+        for (int time = 0; time < 2; ++time) {
+            assertEquals(List.of(entry("user", "Corvane", "name", COMMAND)), after(Windows.XP, () -> {
+                beNobody();
+                product.win32RegisterUninstaller("Corvane", "name", COMMAND);
+            }));
+            assertEquals(List.of(), after(Windows.XP, () -> {
+                Hooks.fail("OpenThreadToken", 1, 5);
+                product.win32UnregisterUninstaller("Corvane", "");
+            }));
         }
     }
 
@@ -185,15 +138,29 @@ class ProductTest {
     @EnumSource(names = {"W98", "W10"})
     void noNameIsNoEntry(Windows system) throws Exception {
         for (String nothing : new String[] {"", null}) {
-            begin(system);
-            assertFails(-90000, 87, () -> product.win32RegisterUninstaller(nothing, "name", COMMAND));
-            product.win32UnregisterUninstaller(nothing, nothing);
-            for (String function : List.of("RegCreateKeyEx", "RegSetValueEx")) {
-                assertEquals(List.of(), Call.of(system.function(function)));
-            }
-            assertFails(-90001, 1010, () -> product.win32UnregisterUninstaller(nothing, "\\"));
-            assertEquals(List.of(), Call.of(system.isAnsi() ? "RegDeleteKeyA" : "RegDeleteKeyW"));
+            assertEquals(List.of(entry("machine", "Corvane", "name", COMMAND)), after(system, () -> {
+                product.win32RegisterUninstaller("Corvane", "name", COMMAND);
+                assertFails(-90000, 87, () -> product.win32RegisterUninstaller(nothing, "name", COMMAND));
+                product.win32UnregisterUninstaller(nothing, nothing);
+                assertFails(-90001, 1010, () -> product.win32UnregisterUninstaller(nothing, "\\"));
+            }));
         }
-        assertTrue(registry.keyExists(MACHINE, LIST));
+        assertEquals(List.of(), RawRegistry.values(MACHINE + LIST));
+    }
+
+    /** The system's own program prints the key and the name of each; the roots lead where they always do. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "XP"})
+    void theSystemListsIt(Windows system) throws Exception {
+        system.use();
+        product.win32RegisterUninstaller("Corvane", "The product's name", COMMAND);
+        assertEquals(1, listed());
+        product.win32UnregisterUninstaller("Corvane", "");
+        assertEquals(0, listed());
+    }
+
+    private static long listed() throws Exception {
+        Process list = new ProcessBuilder("uninstaller.exe", "--list").start();
+        return list.inputReader().lines().filter("Corvane|||The product's name"::equals).count();
     }
 }

@@ -1,9 +1,9 @@
 package com.corvane.wizard.platform.win32;
 
+import static org.junit.jupiter.api.Assertions.assertAll;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
-import com.corvane.testing.FileUser;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
@@ -11,156 +11,137 @@ import com.corvane.testing.Reboot;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import com.corvane.wizard.service.ServiceException;
+import com.sun.nio.file.ExtendedOpenOption;
+import java.nio.channels.SeekableByteChannel;
 import java.nio.file.Files;
+import java.nio.file.OpenOption;
 import java.nio.file.Path;
+import java.nio.file.StandardOpenOption;
 import java.util.ArrayList;
 import java.util.List;
 import java.util.Map;
+import java.util.Set;
 import java.util.TreeMap;
-import org.junit.jupiter.api.DynamicTest;
-import org.junit.jupiter.api.TestFactory;
+import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
+import org.junit.jupiter.api.function.Executable;
 
 /**
- * Files that another process has in use, and what is left of them after a start of Windows. One start
- * serves all cases of a test: each has a folder of its own.
+ * Files that are in use, and what is left of them after a start of Windows. One start serves all cases of a
+ * test: each has a folder of its own.
  */
 @ExtendWith(TestBed.class)
 class RebootTest {
 
-    private static final int READERS = FileUser.WITH_READERS;
-    private static final int READERS_AND_DELETERS = FileUser.WITH_READERS_AND_DELETERS;
+    /**
+     * The systems; what is done; the file that is open, and perhaps may be moved meanwhile; the first calls that
+     * fail; the files before and after the start. (Windows refuses what Wine does: to move onto an open file.)
+     */
+    private static final String IN_USE = """
+            W10 | copy | target movable | | source=new, target=new, target.delete_on_reboot=old | source=new, target=new
+            W10 | copy | target | | source=new, target=old, target.use_on_reboot=new | source=new, target=new
+            W10 | move | target movable | MoveFileExW=5 | target=new, target.delete_on_reboot=old | target=new
+            W10 | move | target | | target=old, target.move_on_reboot=new | target=new
+            W10 | delete | target | | source=new, target=old | source=new
+            W10 | tree | tree\\used\\leaf | | tree\\used\\leaf=l |
+            W98 ME | copy | target | | source=new, target=old, target.use_on_reboot=new | source=new, target=new
+            W98 ME | move | target | DeleteFileA=5 | source=new, target=old | target=new
+            W98 ME | lose | target | DeleteFileA=5 | source=new, target=old | source=new
+            W98 ME | delete | target | | source=new, target=old | source=new
+            W98 ME | tree | tree\\used\\leaf | | tree\\used\\leaf=l |
+            """;
 
     private final Win32FileServiceImpl files = new Win32FileServiceImpl();
-    private final List<DynamicTest> checks = new ArrayList<>();
-    private int count;
+    /** What must be found after the start. */
+    private final List<Executable> checks = new ArrayList<>();
 
-    private interface Native {
-        int call(Folder folder) throws ServiceException;
+    private Folder newFolder(String call) {
+        Folder folder = Folder.named("reboot " + checks.size() + " " + call);
+        for (String file : call.equals("tree") ? new String[] {"tree/clean/leaf=l", "tree/used/leaf=l"}
+                : new String[] {"source=new", "target=old"}) {
+            folder.file(file.split("=")[0], file.split("=")[1]);
+        }
+        return folder;
     }
 
-    private Folder newFolder(String name) {
-        return Folder.named("reboot " + ++count + " " + name);
-    }
-
-    private void start() throws Exception {
-        Hooks.disarm();
-        Reboot.now();
-        assertEquals(List.of(), Reboot.pending());
-    }
-
-    /** Makes this the system; the first call of each of these functions fails: "CopyFileW=32 MoveFileExW=5". */
-    private static void plan(Windows system, String failures) {
+    /** Calls it on this system. Of some functions the first call fails: "CopyFileW=32 MoveFileExW=5". */
+    private int call(Windows system, String call, String failures, int until, Folder folder) throws ServiceException {
         Hooks.reset();
         system.use();
         for (String failure : failures.isEmpty() ? new String[0] : failures.split(" ")) {
-            String[] parts = failure.split("=");
-            Hooks.fail(parts[0], 1, Integer.parseInt(parts[1]));
+            Hooks.fail(failure.split("=")[0], 1, Integer.parseInt(failure.split("=")[1]));
+        }
+        Hooks.failFrom(until);
+        Hooks.arm();
+        String source = folder.path("source");
+        String target = folder.path("target");
+        try {
+            return switch (call) {
+                case "copy" -> files.win32CopyFile(source, target, true);
+                case "move" -> files.win32MoveFile(source, target, true);
+                case "lose" -> files.win32MoveFile(target, "", false);
+                case "delete" -> files.win32DeleteFile(target);
+                default -> files.win32DeleteDirectory(folder.path("tree"), false, true);
+            };
+        } finally {
+            Hooks.disarm();
         }
     }
 
-    /** A case with "source", "target" and "tree", in which another process has one file open. */
-    private void inUse(Windows system, String name, String file, int sharing, String failures, Native call,
-            String before, String after) throws Exception {
-        Folder folder = newFolder(system + " " + name);
-        folder.file("source", "new");
-        folder.file("target", "old");
-        folder.file("tree/clean/leaf", "l");
-        folder.file("tree/used/leaf", "l");
-        FileUser.opens(folder.path(file), sharing).during(() -> {
-            plan(system, failures);
-            Hooks.arm();
-            assertEquals(1, call.call(folder), folder.path(""));
-            Hooks.disarm();
-        });
-        assertEquals(before, shown(folder), folder.path("") + ", before the start");
-        checks.add(DynamicTest.dynamicTest(name + " on " + system, () -> assertEquals(after, shown(folder))));
-    }
-
-    /** The files with their contents; the parts that no case touches are left out. */
-    private static String shown(Folder folder) {
+    /** All files with their contents. */
+    private static Map<String, String> state(Folder folder) {
         Map<String, String> state = new TreeMap<>(folder.state());
         state.values().removeIf("a folder"::equals);
-        if (state.containsKey("tree\\clean\\leaf")) {
-            state.keySet().removeIf(name -> name.startsWith("tree"));
-        } else {
-            state.keySet().removeIf(name -> !name.startsWith("tree"));
-        }
-        return state.toString();
+        return state;
     }
 
-    @TestFactory
-    List<DynamicTest> whatIsInUseChangesAtTheReboot() throws Exception {
-        Reboot.forget();
-        Native copy = folder -> files.win32CopyFile(folder.path("source"), folder.path("target"), true);
-        Native move = folder -> files.win32MoveFile(folder.path("source"), folder.path("target"), true);
-        Native delete = folder -> files.win32DeleteFile(folder.path("target"));
-        Native tree = folder -> files.win32DeleteDirectory(folder.path("tree"), false, true);
-        Windows nt = Windows.W10;
-        inUse(nt, "copy, aside", "target", READERS_AND_DELETERS, "", copy,
-                "{source=new, target=new, target.delete_on_reboot=old}", "{source=new, target=new}");
-        inUse(nt, "copy, waiting", "target", READERS, "", copy,
-                "{source=new, target=old, target.use_on_reboot=new}", "{source=new, target=new}");
-        // Windows refuses what Wine does at once: to move onto a file that is open.
-        inUse(nt, "move, aside", "target", READERS_AND_DELETERS, "MoveFileExW=5", move,
-                "{target=new, target.delete_on_reboot=old}", "{target=new}");
-        inUse(nt, "move, waiting", "target", READERS, "", move,
-                "{target=old, target.move_on_reboot=new}", "{target=new}");
-        inUse(nt, "delete", "target", READERS, "", delete, "{source=new, target=old}", "{source=new}");
-        inUse(nt, "tree", "tree\\used\\leaf", READERS, "", tree, "{tree\\used\\leaf=l}", "{}");
-        for (Windows old : new Windows[] {Windows.W98, Windows.ME}) {
-            inUse(old, "copy", "target", READERS, "", copy,
-                    "{source=new, target=old, target.use_on_reboot=new}", "{source=new, target=new}");
-            inUse(old, "move", "target", READERS, "DeleteFileA=5", move,
-                    "{source=new, target=old}", "{target=new}");
-            inUse(old, "move to nothing", "source", READERS, "DeleteFileA=5",
-                    folder -> files.win32MoveFile(folder.path("source"), "", false),
-                    "{source=new, target=old}", "{target=old}");
-            inUse(old, "delete", "target", READERS, "", delete, "{source=new, target=old}", "{source=new}");
-            inUse(old, "tree", "tree\\used\\leaf", READERS, "", tree, "{tree\\used\\leaf=l}", "{}");
-        }
-        start();
-        return checks;
+    private void start() throws Exception {
+        Hooks.reset();
+        Reboot.now();
+        assertEquals(List.of(), Reboot.pending());
+        assertAll(checks);
     }
 
-    @TestFactory
-    List<DynamicTest> aRunningProgramIsReplaced() throws Exception {
+    @Test
+    void whatIsInUseChangesAtTheNextStart() throws Exception {
         Reboot.forget();
-        Folder folder = newFolder("program");
-        String source = folder.file("new.exe", "new");
-        String program = folder.path("program.exe");
-        Files.copy(Path.of(FileUser.PROGRAM), Path.of(program));
-        FileUser.runs(program).during(() -> assertEquals(1, files.win32CopyFile(source, program, true)));
+        for (String row : IN_USE.split("\n")) {
+            String[] cells = row.split(" *\\| *", -1);
+            for (String system : cells[0].split(" ")) {
+                inUse(Windows.valueOf(system), cells);
+            }
+        }
         start();
-        return List.of(DynamicTest.dynamicTest("program",
-                () -> assertEquals("{=a folder, new.exe=new, program.exe=new}", folder.state().toString())));
+    }
+
+    private void inUse(Windows system, String[] cells) throws Exception {
+        Folder folder = newFolder(cells[1]);
+        String[] open = cells[2].split(" ");
+        Set<OpenOption> sharing = open.length > 1 ? Set.of(StandardOpenOption.READ, ExtendedOpenOption.NOSHARE_WRITE)
+                : Set.of(StandardOpenOption.READ, ExtendedOpenOption.NOSHARE_WRITE, ExtendedOpenOption.NOSHARE_DELETE);
+        try (SeekableByteChannel held = Files.newByteChannel(Path.of(folder.path(open[0])), sharing)) {
+            assertEquals(1, call(system, cells[1], cells[3], Integer.MAX_VALUE, folder), cells[1] + " on " + system);
+            assertTrue(held.isOpen());
+        }
+        String shown = cells[1] + " on " + system;
+        assertEquals("{" + cells[4] + "}", state(folder).toString(), shown + ", before the start");
+        checks.add(() -> assertEquals("{" + cells[5] + "}", state(folder).toString(), shown));
     }
 
     /** The call ends before its n-th call of Windows, for each n; and once it ends as it should. */
-    private void powerGoes(Windows system, String name, String failures, boolean moves, Native call) {
-        int calls = withPower(Integer.MAX_VALUE, system, name, failures, moves, call);
-        for (int nth = 1; nth <= calls; ++nth) {
-            withPower(nth, system, name, failures, moves, call);
+    private void powerGoes(Windows system, String call, String failures) {
+        int calls = Integer.MAX_VALUE;
+        for (int until = calls; until > 0; until = Math.min(until - 1, calls)) {
+            Folder folder = newFolder(call);
+            int last = until;
+            Outcome.of(() -> call(system, call, failures, last, folder));
+            calls = Hooks.failable(false);
+            checks.add(() -> assertWhole(state(folder), call.equals("move"), system.isAnsi()));
         }
     }
 
-    private int withPower(int until, Windows system, String name, String failures, boolean moves, Native call) {
-        Folder folder = newFolder("power");
-        folder.file("source", "new");
-        folder.file("target", "old");
-        plan(system, failures);
-        Hooks.failFrom(until);
-        Hooks.arm();
-        Outcome.of(() -> call.call(folder));
-        Hooks.disarm();
-        checks.add(DynamicTest.dynamicTest(name + " on " + system + " until call " + until,
-                () -> assertWhole(folder, moves, system.isAnsi())));
-        return Hooks.failable(false);
-    }
-
     /** On Windows 9x, the target of a move is deleted first: the new file is whole then. */
-    private static void assertWhole(Folder folder, boolean moves, boolean deletesFirst) {
-        Map<String, String> state = folder.state();
+    private static void assertWhole(Map<String, String> state, boolean moves, boolean deletesFirst) {
         boolean source = "new".equals(state.get("source"))
                 || moves && (state.get("target") + state.get("target.move_on_reboot")).contains("new");
         boolean target = List.of("old", "new").contains(state.getOrDefault("target", ""))
@@ -169,17 +150,14 @@ class RebootTest {
         assertTrue(source && target, state.toString());
     }
 
-    @TestFactory
-    List<DynamicTest> nothingIsLostWhenThePowerGoes() throws Exception {
+    @Test
+    void nothingIsLostWhenThePowerGoes() throws Exception {
         Reboot.forget();
-        Native copy = folder -> files.win32CopyFile(folder.path("source"), folder.path("target"), true);
-        Native move = folder -> files.win32MoveFile(folder.path("source"), folder.path("target"), true);
-        powerGoes(Windows.W10, "copy, aside", "CopyFileW=32", false, copy);
-        powerGoes(Windows.W10, "copy, waiting", "CopyFileW=32 MoveFileExW=5", false, copy);
-        powerGoes(Windows.W10, "move, aside", "MoveFileExW=32", true, move);
-        powerGoes(Windows.W98, "copy", "CopyFileA=32", false, copy);
-        powerGoes(Windows.W98, "move", "DeleteFileA=5", true, move);
+        powerGoes(Windows.W10, "copy", "CopyFileW=32");
+        powerGoes(Windows.W10, "copy", "CopyFileW=32 MoveFileExW=5");
+        powerGoes(Windows.W10, "move", "MoveFileExW=32");
+        powerGoes(Windows.W98, "copy", "CopyFileA=32");
+        powerGoes(Windows.W98, "move", "DeleteFileA=5");
         start();
-        return checks;
     }
 }

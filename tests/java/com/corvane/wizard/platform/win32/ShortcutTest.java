@@ -1,88 +1,79 @@
 package com.corvane.wizard.platform.win32;
 
-import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertTimeoutPreemptively;
 
 import com.corvane.testing.Folder;
-import com.corvane.testing.Launch;
-import com.corvane.testing.Shortcut;
-import com.corvane.testing.ShortcutsToRead;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
+import java.nio.charset.StandardCharsets;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.time.Duration;
 import java.util.List;
 import org.junit.jupiter.api.Tag;
-import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
+import org.junit.jupiter.params.ParameterizedTest;
+import org.junit.jupiter.params.provider.EnumSource;
 
 /**
- * What others make of the library's shortcuts: the shell reads them and starts their programs, and they
- * stay for a parser of the format, which reads them after these tests. All in the letters of the code
- * page.
+ * What others make of the library's shortcuts, in the letters of the code page: the shell starts their
+ * programs, and a parser of the format reads them, after these tests and outside of this system.
  */
+@Tag("any-code-page")
 @ExtendWith(TestBed.class)
 class ShortcutTest {
 
-    private static final String WESTERN = "\u00dcbersicht \u00e9 \u00f1";
-    /** The second byte of the first character, and of the last two, is that of a backslash. */
-    private static final String JAPANESE = "\u8868 \u65E5\u672C\u8A9E \u30BD\u80FD";
+    private static final String CODE_PAGE = System.getProperty("sun.jnu.encoding").replaceFirst("^\\D*", "cp");
+
+    /** In the Japanese one, the second byte of the first letter, and of the last two, is that of a backslash. */
+    private static final String TEXT = CODE_PAGE.equals("cp932")
+            ? "\u8868 \u65E5\u672C\u8A9E \u30BD\u80FD" : "\u00dcbersicht \u00e9 \u00f1";
 
     private final Win32DesktopServiceImpl desktop = new Win32DesktopServiceImpl();
     private final Folder folder = Folder.named("shortcuts");
 
-    @Test
-    void othersReadThem() throws Exception {
-        make(Windows.W98, WESTERN);
-        make(Windows.W10, WESTERN);
-    }
-
-    @Test
-    @Tag("cp932")
-    void othersReadThemInJapanese() throws Exception {
-        make(Windows.W98, JAPANESE);
-        make(Windows.W10, JAPANESE);
-    }
-
-    /** Fields are the target, the arguments, the working directory and the icon. */
-    private void make(Windows system, String text) throws Exception {
-        String program = folder.file(text + "/" + text + ".exe", "");
-        String there = folder.path(text);
+    /** Beside each of them stands what it must hold. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "W10"})
+    void aParserReadsThem(Windows system) throws Exception {
+        String program = folder.file(TEXT + "/" + TEXT + ".exe", "");
+        String there = folder.path(TEXT);
+        // Targets, arguments, working directories and icons.
         List<List<String>> rows = List.of(
-                List.of(program, "-x \"" + text + " b\" %PATH%", there, "C:\\" + text + "\\" + text + ".ico"),
+                List.of(program, "-x \"" + TEXT + " b\" %PATH%", there, "C:\\" + TEXT + "\\" + TEXT + ".ico"),
                 List.of(program, "", "", ""),
                 List.of(there, "", there, ""),
-                List.of("C:\\no " + text + "\\" + text + ".exe", text, "", program),
-                List.of(program, "x".repeat(200) + text, "", ""));
+                List.of("C:\\no " + TEXT + "\\" + TEXT + ".exe", TEXT, "", program),
+                List.of(program, "x".repeat(200) + TEXT, "", ""));
+        Path made = Files.createDirectories(Path.of(System.getProperty("corvane.test.shortcuts"), CODE_PAGE));
         system.use();
-        ShortcutsToRead made = new ShortcutsToRead();
         for (List<String> row : rows) {
-            String name = text + " " + system + " " + rows.indexOf(row);
-            String shortcut = made.expect(name, row);
-            desktop.createDesktopItem(made.path(), "", name, row.get(0), row.get(1), row.get(3), row.get(2));
-            assertArrayEquals(row.toArray(), Shortcut.read(shortcut));
+            String name = TEXT + " " + system + " " + rows.indexOf(row);
+            Files.deleteIfExists(made.resolve(name + ".lnk"));
+            Files.writeString(made.resolve(name + ".txt"), String.join("\n", row));
+            desktop.createDesktopItem(made.toString(), "", name, row.get(0), row.get(1), row.get(3), row.get(2));
         }
     }
 
-    @Test
-    void theyStartTheirPrograms() throws Exception {
-        start(Windows.W98, WESTERN);
-        start(Windows.W10, WESTERN);
-    }
-
-    @Test
-    @Tag("cp932")
-    void theyStartTheirProgramsInJapanese() throws Exception {
-        start(Windows.W98, JAPANESE);
-        start(Windows.W10, JAPANESE);
-    }
-
-    private void start(Windows system, String text) throws Exception {
-        folder.clear();
-        String program = Launch.place(folder.path(text + "\\" + text + ".exe"));
-        String directory = folder.folder("in " + text);
-        String arguments = "-x \"" + text + " b\" " + text;
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "W10"})
+    void theyStartTheirPrograms(Windows system) throws Exception {
+        Path program = Path.of(folder.folder(TEXT), TEXT + ".exe");
+        Files.copy(Path.of(System.getProperty("corvane.test.recorder")), program);
+        String directory = folder.folder("in " + TEXT);
+        String arguments = "-x \"" + TEXT + " b\" " + TEXT;
         system.use();
-        desktop.createDesktopItem(folder.path(""), text, text, program, arguments, "", directory);
-        Launch launch = Launch.ofOpening(folder.path(text + "\\" + text + ".lnk"), program);
-        assertEquals(new Launch(program, "\"" + program + "\" " + arguments, directory), launch);
+        desktop.createDesktopItem(folder.path(""), TEXT, TEXT, program.toString(), arguments, "", directory);
+        new ProcessBuilder("cmd.exe", "/c", "start", "", folder.path(TEXT + "\\" + TEXT + ".lnk")).start();
+        Path record = Path.of(program + ".started");
+        // The program can be deleted when it has come to its end.
+        assertTimeoutPreemptively(Duration.ofMinutes(1), () -> {
+            while (!Files.exists(record) || !program.toFile().delete()) {
+                Thread.sleep(20);
+            }
+        });
+        assertEquals(program + "\n\"" + program + "\" " + arguments + "\n" + directory,
+                Files.readString(record, StandardCharsets.UTF_16LE));
     }
 }

@@ -6,12 +6,10 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.LoadProbe;
-import java.io.File;
 import java.io.IOException;
 import java.net.URLEncoder;
 import java.nio.channels.SeekableByteChannel;
 import java.nio.charset.StandardCharsets;
-import java.nio.file.DirectoryStream;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.StandardCopyOption;
@@ -38,30 +36,30 @@ class Win32LibraryTest {
         return Files.createDirectories(temporary.resolve(name));
     }
 
-    /** Runs the probe; no folder but those of this test is there for the library. */
-    private String load(List<String> options, List<String> folders) throws Exception {
-        String java = System.getProperty("java.home") + "\\bin\\java.exe";
-        Path classes = Path.of(LoadProbe.class.getProtectionDomain().getCodeSource().getLocation().toURI());
-        ProcessBuilder process = new ProcessBuilder(java, "-XX:+UseSerialGC", "-XX:-UsePerfData",
-                "-Djava.io.tmpdir=" + place("tmp"), "-cp",
-                System.getProperty("corvane.test.jar") + File.pathSeparator + classes);
+    private static String option(String property) {
+        return "-D" + property + "=" + System.getProperty(property);
+    }
+
+    /** What the probe says; no folder but those of this test is there for the library. */
+    private List<String> load(List<String> options, List<String> folders) throws Exception {
+        ProcessBuilder process = new ProcessBuilder(System.getProperty("java.home") + "\\bin\\java.exe",
+                "-XX:+UseSerialGC", "-XX:-UsePerfData", "-Djava.io.tmpdir=" + place("tmp"), "-cp",
+                System.getProperty("corvane.test.jar") + ";" + System.getProperty("java.class.path"));
         process.environment().put("LOCALAPPDATA", temporary.resolve("local").toString());
         process.environment().put("ALLUSERSPROFILE", temporary.resolve("all").toString());
         process.command().addAll(options);
         process.command().add(LoadProbe.class.getName());
         folders.forEach(folder -> process.command().add("=" + URLEncoder.encode(folder, StandardCharsets.UTF_8)));
         Process child = process.directory(temporary.toFile()).redirectErrorStream(true).start();
-        String output = new String(child.getInputStream().readAllBytes()).trim();
-        child.waitFor();
-        return output;
+        return child.inputReader().lines().toList();
     }
 
     private String load(String... options) throws Exception {
-        return load(List.of(options), List.of());
+        return String.join("\n", load(List.of(options), List.of()));
     }
 
     private List<String> loadIn(List<String> folders) throws Exception {
-        return load(List.of(), folders).lines().toList();
+        return load(List.of(), folders);
     }
 
     private List<Path> filesIn(String place) throws IOException {
@@ -99,85 +97,64 @@ class Win32LibraryTest {
         }
     }
 
-    private interface Attempt {
-        Object run() throws IOException;
+    /** What another program of the user tries with a copy. */
+    private interface Attack {
+        void on(Path copy) throws IOException;
     }
 
-    private static boolean succeeds(Attempt attempt) {
-        try {
-            attempt.run();
-            return true;
-        } catch (IOException e) {
-            return false;
-        }
+    private Path aside() {
+        return temporary.resolve("aside" + System.nanoTime());
     }
 
-    /** Puts another DLL wherever a copy appears, as long as it runs, in every way that a user's program can. */
-    private static final class Attacker extends Thread {
+    /** It puts its own DLL in the place of the copy, or something into it, in every way. */
+    private List<Attack> attacks() throws IOException {
+        Path foreign = Files.copy(Path.of(System.getProperty("corvane.test.support")), temporary.resolve("foreign"));
+        return List.of(
+                copy -> Files.move(Files.createLink(aside(), foreign), copy, StandardCopyOption.ATOMIC_MOVE),
+                copy -> {
+                    Files.move(copy, aside());
+                    Files.createLink(copy, foreign);
+                },
+                copy -> {
+                    Files.delete(copy);
+                    Files.createLink(copy, foreign);
+                },
+                copy -> Files.write(copy, new byte[] {'M', 'Z'}, StandardOpenOption.WRITE));
+    }
 
-        private final Path place;
-        private final Path foreign;
-        private final Path prepared;
-        private final Set<Path> met = new HashSet<>();
-        private volatile boolean ended;
-
-        Attacker(Path place) throws IOException {
-            setDaemon(true);
-            this.place = place;
-            prepared = place.resolveSibling("prepared");
-            foreign = Files.copy(Path.of(System.getProperty("corvane.test.support")), aside());
-        }
-
-        private Path aside() {
-            return place.resolveSibling("aside" + System.nanoTime());
-        }
-
-        @Override
-        public void run() {
-            while (!ended) {
-                try (DirectoryStream<Path> entries = Files.newDirectoryStream(place)) {
-                    for (Path entry : entries) {
-                        met.add(entry);
-                        String name = entry.getFileName().toString();
-                        attack(entry, name.endsWith(".dll") ? entry : entry.resolve(name + ".dll"));
-                    }
-                } catch (IOException | RuntimeException e) {
-                    // and again
-                }
-            }
-        }
-
-        private void attack(Path folder, Path copy) {
-            succeeds(() -> Files.createLink(prepared, foreign));
-            succeeds(() -> Files.move(prepared, copy, StandardCopyOption.ATOMIC_MOVE));
-            succeeds(() -> {
-                Files.move(copy, aside());
-                return Files.createLink(copy, foreign);
-            });
-            succeeds(() -> {
-                Files.move(folder, aside());
-                Files.createDirectory(folder);
-                return Files.createLink(copy, foreign);
-            });
-            succeeds(() -> Files.write(copy, new byte[] {'M', 'Z'}, StandardOpenOption.WRITE));
-        }
-
-        int end() throws InterruptedException {
-            ended = true;
-            join();
-            return met.size();
-        }
+    private void replaceFolder(Path copy) throws IOException {
+        Files.move(copy.getParent(), aside());
+        Files.createDirectory(copy.getParent());
+        Files.copy(temporary.resolve("foreign"), copy);
     }
 
     @Test
     void noForeignLibraryIsLoaded() throws Exception {
         place("local/Temp");
-        Attacker attacker = new Attacker(place("tmp"));
+        Path tmp = place("tmp");
+        List<Attack> attacks = new ArrayList<>(attacks());
+        attacks.add(this::replaceFolder);
+        Set<String> met = new HashSet<>();
+        Thread attacker = new Thread(() -> {
+            while (!Thread.currentThread().isInterrupted()) {
+                for (String name : tmp.toFile().list()) {
+                    met.add(name);
+                    for (Attack attack : attacks) {
+                        try {
+                            attack.on(tmp.resolve(name).resolve(name + ".dll"));
+                        } catch (IOException e) {
+                            // and again
+                        }
+                    }
+                }
+            }
+        });
         attacker.start();
         List<String> outcomes = loadIn(Collections.nCopies(20, "tmp"));
-        int met = attacker.end();
+        attacker.interrupt();
+        attacker.join();
         assertEquals(Collections.nCopies(20, LOADED), outcomes);
-        assertTrue(met > 0, "the attacker met no copy");
+        assertFalse(met.isEmpty(), "the attacker met no copy");
     }
 
     /** While the copy is held nobody else changes it; what was written before that is found. */
@@ -185,15 +162,10 @@ class Win32LibraryTest {
     void theCopyIsHeldAndCompared() throws Exception {
         byte[] content = "library".getBytes(StandardCharsets.UTF_8);
         Path file = temporary.resolve("file");
-        Path other = Files.createFile(temporary.resolve("other"));
         try (SeekableByteChannel held = LibraryCopy.unpack(file, content)) {
-            assertFalse(succeeds(() -> Files.write(file, content)), "written");
-            assertFalse(succeeds(() -> Files.move(file, temporary.resolve("away"))), "moved");
-            assertFalse(succeeds(() -> Files.move(other, file, StandardCopyOption.ATOMIC_MOVE)), "replaced");
-            assertFalse(succeeds(() -> {
-                Files.delete(file);
-                return null;
-            }), "deleted");
+            for (Attack attack : attacks()) {
+                assertThrows(IOException.class, () -> attack.on(file));
+            }
             LibraryCopy.requireContent(held, content);
         }
         assertThrows(IOException.class, () -> LibraryCopy.unpack(file, content), "what is there is not taken over");
@@ -238,26 +210,15 @@ class Win32LibraryTest {
         assertTrue(complaint.contains("corvane.win32.library") && complaint.contains("no such file.dll"), complaint);
     }
 
-    /** On a thread that has started COM otherwise, and nothing is begun. */
+    /** It is not on a thread that has started it otherwise, and nothing is begun; that it is started is no failure. */
     @Test
     void whereComCannotBeStartedNoShortcutIsMade() throws Exception {
-        String said = load(option("corvane.win32.library"), option("corvane.test.support"),
-                "-Dcorvane.test.com=multithreaded");
+        String said = load(option("corvane.win32.library"), "-Dcorvane.test.com=multithreaded");
         assertTrue(said.startsWith(LOADED) && said.contains("ServiceException: -80002")
                 && said.endsWith(" (2147549446)"), said);
-        assertEquals(0, place("tmp").toFile().list().length);
-    }
-
-    /** That it was started before is no failure. */
-    @Test
-    void whereComIsStartedAlreadyAShortcutIsMade() throws Exception {
-        String said = load(option("corvane.win32.library"), option("corvane.test.support"),
-                "-Dcorvane.test.com=as the library does");
+        assertFalse(Files.exists(temporary.resolve("tmp/group")));
+        said = load(option("corvane.win32.library"), "-Dcorvane.test.com=as the library does");
         assertTrue(Files.isRegularFile(temporary.resolve("tmp/group/n.lnk")), said);
-    }
-
-    private static String option(String property) {
-        return "-D" + property + "=" + System.getProperty(property);
     }
 
     @Test
