@@ -3,85 +3,44 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "functions.h"
+
 namespace bed {
-
-/// What can be opened and must be closed again.
-enum class Account {
-  kNone,
-  kKey,
-  kModule,
-  kLocalBlock,
-  kHeapBlock,
-  kPinnedString,
-  kUnobtainedString,
-  kLocalReference,
-  kGlobalReference,
-  /// A file or a mapping: both end with CloseHandle.
-  kHandle,
-  kSearch,
-  kView,
-  kSid,
-  /// A place in the shell's name space.
-  kItemList,
-  kInterface,
-};
-
-/// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
-/// argument points, or it closes what an argument is.
-struct Effect {
-  enum class Move { kNothing, kOpensResult, kOpensAt, kCloses } move = Move::kNothing;
-  Account account = Account::kNone;
-  int argument = 0;
-};
-
-constexpr Effect opensResult(Account account) {
-  return {Effect::Move::kOpensResult, account, 0};
-}
-constexpr Effect opensAt(Account account, int argument) {
-  return {Effect::Move::kOpensAt, account, argument};
-}
-constexpr Effect closes(Account account, int argument) {
-  return {Effect::Move::kCloses, account, argument};
-}
 
 /// The books over everything that the library opened since the last clear.
 class Accounts {
  public:
   void clear() { *this = Accounts(); }
 
-  /// Names the Java native that runs on the calling thread; the JNI hooks put it here.
-  using NativeName = std::string (*)();
-  static void nameNativesBy(NativeName function);
-
-  void open(Account account, uint64_t item, const std::string& function);
+  void open(std::string_view account, uint64_t item, const std::string& function);
   /// Closing what is not open is a violation.
-  void close(Account account, uint64_t item, const std::string& function);
+  void close(std::string_view account, uint64_t item, const std::string& function);
   /// Closes whatever is open of this kind, as the JVM does with local references.
-  void closeAll(Account account);
-  bool isOpen(Account account, uint64_t item) const { return items_.contains({account, item}); }
+  void closeAll(std::string_view account);
 
   /// What is open and should not be, in words.
   std::vector<std::string> unbalanced() const;
   /// How many things are open that the library promises to leave open.
-  uint32_t leftOpen() const;
+  size_t leftOpen() const;
   /// The most things of one kind that were open at once.
-  uint32_t peak(Account account) const;
+  size_t peak(std::string_view account) { return counts_[account].peak; }
 
  private:
   struct Origin {
     std::string function;
     std::string native;
   };
-  static bool staysOpen(Account account, const Origin& origin);
-
-  std::map<std::pair<Account, uint64_t>, Origin> items_;
   struct Count {
-    uint32_t now = 0;
-    uint32_t peak = 0;
+    size_t now = 0;
+    size_t peak = 0;
   };
-  std::map<Account, Count> counts_;
+
+  /// What is opened twice is to be closed twice.
+  std::multimap<std::pair<std::string_view, uint64_t>, Origin> items_;
+  std::map<std::string_view, Count> counts_;
 };
 
 Accounts& accounts();

@@ -5,28 +5,28 @@
 #include <cstring>
 #include <deque>
 #include <map>
-
-#include "import_hooks.h"
+#include <optional>
 
 namespace bed {
 namespace {
 
+struct Value {
+  DWORD type;
+  std::string data;
+};
+
 struct Contents {
-  WindowsVersion version{};
-  std::deque<ValueContent> values;
+  std::optional<WindowsVersion> version;
+  std::deque<Value> values;
   bool lastValueFound = false;
   std::map<std::string, std::string> modules;
 };
-
-Contents& contents() {
-  static Contents instance;
-  return instance;
-}
+Contents contents;
 
 /// The record of the system that is imitated; only sizes that it knows are accepted.
 template <class Info, class InfoEx>
 BOOL WINAPI getVersionEx(Info* info) {
-  const WindowsVersion& version = contents().version;
+  const WindowsVersion& version = *contents.version;
   const DWORD size = info->dwOSVersionInfoSize;
   const bool accepted = size == sizeof(Info) || (size == sizeof(InfoEx) && version.knowsLongRecord);
   if (!version.tells || !accepted) {
@@ -42,12 +42,11 @@ BOOL WINAPI getVersionEx(Info* info) {
 }
 
 LSTATUS WINAPI regQueryValueEx(HKEY, const void*, DWORD*, DWORD* type, BYTE* data, DWORD* size) {
-  auto& values = contents().values;
-  const ValueContent value = values.front();
-  if (values.size() > 1) {
-    values.pop_front();
+  const Value value = contents.values.front();
+  if (contents.values.size() > 1) {
+    contents.values.pop_front();
   } else {
-    contents().lastValueFound = true;
+    contents.lastValueFound = true;
   }
   if (type != nullptr) {
     *type = value.type;
@@ -60,50 +59,53 @@ LSTATUS WINAPI regQueryValueEx(HKEY, const void*, DWORD*, DWORD* type, BYTE* dat
   if (data != nullptr && capacity < *size) {
     return ERROR_MORE_DATA;
   }
-  if (data != nullptr && *size != 0) {
+  if (data != nullptr) {
     std::memcpy(data, value.data.data(), *size);
   }
   return ERROR_SUCCESS;
 }
 
 HMODULE WINAPI loadLibraryExA(const char* name, HANDLE file, DWORD flags) {
-  const auto alias = contents().modules.find(name);
-  return LoadLibraryExA(alias == contents().modules.end() ? name : alias->second.c_str(),
+  const auto found = contents.modules.find(name);
+  return LoadLibraryExA(found == contents.modules.end() ? name : found->second.c_str(),
                         file,
                         flags);
-}
-
-template <class Function>
-const void* address(Function* function) {
-  return reinterpret_cast<const void*>(function);
 }
 
 }  // namespace
 
 void fakeVersion(const WindowsVersion& version) {
-  contents().version = version;
-  fakeFunction("GetVersionExA", address(&getVersionEx<OSVERSIONINFOA, OSVERSIONINFOEXA>));
-  fakeFunction("GetVersionExW", address(&getVersionEx<OSVERSIONINFOW, OSVERSIONINFOEXW>));
+  contents.version = version;
 }
 
-void fakeValue(ValueContent content) {
-  contents().values.push_back(std::move(content));
-  fakeFunction("RegQueryValueExA", address(&regQueryValueEx));
-  fakeFunction("RegQueryValueExW", address(&regQueryValueEx));
+void fakeValue(uint32_t type, const std::string& data) {
+  contents.values.push_back({type, data});
 }
 
 size_t valuesInVain() {
-  return contents().values.size() - (contents().lastValueFound ? 1 : 0);
+  return contents.values.size() - (contents.lastValueFound ? 1 : 0);
 }
 
-void fakeModule(std::string name, std::string file) {
-  contents().modules[std::move(name)] = std::move(file);
-  fakeFunction("LoadLibraryExA", address(&loadLibraryExA));
+void fakeModule(const std::string& name, const std::string& file) {
+  contents.modules[name] = file;
 }
 
-void clearFakedContents() {
-  contents() = Contents();
-  clearFakes();
+const void* fakeOf(const std::string& name, const void* original) {
+  const auto address = [](auto* function) { return reinterpret_cast<const void*>(function); };
+  if (name == "GetVersionExA" && contents.version) {
+    return address(&getVersionEx<OSVERSIONINFOA, OSVERSIONINFOEXA>);
+  }
+  if (name == "GetVersionExW" && contents.version) {
+    return address(&getVersionEx<OSVERSIONINFOW, OSVERSIONINFOEXW>);
+  }
+  if (name.starts_with("RegQueryValueEx") && !contents.values.empty()) {
+    return address(&regQueryValueEx);
+  }
+  return name == "LoadLibraryExA" ? address(&loadLibraryExA) : original;
+}
+
+void clearFakes() {
+  contents = Contents();
 }
 
 }  // namespace bed

@@ -13,7 +13,9 @@ class HeapGuard {
   /// and not on the line after the call that failed, shows as this number.
   static constexpr uint32_t kLastError = 0xDEAD;
 
-  static bool guards(const Call& call);
+  static bool guards(const Call& call) {
+    return call.function->facts.effect.account == Account::kHeapBlock;
+  }
   /// Before malloc, calloc, realloc: asks for room for the guard. Before free: checks it. False
   /// when the call must not take place, because the block is already free.
   static bool before(Call& call);

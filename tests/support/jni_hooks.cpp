@@ -2,119 +2,116 @@
 
 #include <jvmti.h>
 
-#include <array>
+#include <deque>
 #include <stdexcept>
-#include <string>
 
 #include "accounts.h"
-#include "import_hooks.h"
-#include "jni_functions.h"
+#include "hooks.h"
 #include "monitor.h"
-#include "native_hooks.h"
 
 namespace bed {
 namespace {
 
-struct HookedEntry : HookedFunction {
-  const JniFunction* facts = nullptr;
-};
-
-std::array<HookedEntry, kJniEntries> entries;
-JNINativeInterface_* originals = nullptr;
+/// The JVM's own functions.
+JNINativeInterface_* jni = nullptr;
 
 JNIEnv* environment(const Call& call) {
   return reinterpret_cast<JNIEnv*>(call.words[0]);
 }
 
-const JniFunction* factsOf(const Call& call) {
-  return static_cast<HookedEntry*>(call.function)->facts;
-}
-
 bool isPending(const Call& call) {
-  return originals->ExceptionCheck(environment(call)) != JNI_FALSE;
+  return jni->ExceptionCheck(environment(call)) != JNI_FALSE;
 }
 
-void checkPending(const Call& call) {
-  const JniFunction& facts = *factsOf(call);
-  if (!facts.allowedWhilePending && isPending(call)) {
-    monitor().violation(std::string(facts.name) + " is called while a Java exception is pending");
+std::deque<HookedFunction> natives;
+const HookedFunction* running = nullptr;
+std::wstring returned;
+
+std::wstring textOf(JNIEnv* env, jobject object) {
+  jclass const type = jni->FindClass(env, "java/lang/String");
+  const bool isText = jni->IsInstanceOf(env, object, type) != JNI_FALSE;
+  jni->DeleteLocalRef(env, type);
+  if (!isText) {
+    return L"an object";
+  }
+  auto* const text = static_cast<jstring>(object);
+  std::wstring units(static_cast<size_t>(jni->GetStringLength(env, text)), L'\0');
+  jni->GetStringRegion(env,
+                       text,
+                       0,
+                       static_cast<jsize>(units.size()),
+                       reinterpret_cast<jchar*>(units.data()));
+  return units.empty() ? L"''" : units;
+}
+
+std::wstring describe(JNIEnv* env, char type, uint64_t result) {
+  switch (type) {
+    case 'V':
+      return L"";
+    case 'Z':
+      return (result & 0xFF) != 0 ? L"true" : L"";
+    case 'I':
+      return static_cast<jint>(result) != 0 ? std::to_wstring(static_cast<jint>(result)) : L"";
+    case 'J':
+      return result != 0 ? std::to_wstring(static_cast<jlong>(result)) : L"";
+    default:
+      return result != 0 ? textOf(env, reinterpret_cast<jobject>(result)) : L"";
   }
 }
 
-/// Fails as the JVM does, with an error pending; one that is pending already stays.
-void failWith(const Call& call) {
-  if (isPending(call)) {
+const void* beforeNative(Call& call) {
+  call.note = reinterpret_cast<uint64_t>(running);
+  if (monitor().watchesThisThread()) {
+    running = call.function;
+  }
+  return call.function->original;
+}
+
+void afterNative(Call& call) {
+  if (!monitor().watchesThisThread()) {
     return;
   }
+  const LastErrorScope lastError;
+  running = reinterpret_cast<const HookedFunction*>(call.note);
+  accounts().closeAll(Account::kLocalReference);
+  returned.clear();
   JNIEnv* const env = environment(call);
-  jclass const type = originals->FindClass(env, factsOf(call)->error);
-  originals->ThrowNew(env, type, call.function->name.c_str());
-  originals->DeleteLocalRef(env, type);
-}
-
-/// Characters are released once for each time that they were asked for, also when the JVM gave
-/// none. The JVM itself must not see that null.
-bool isNullRelease(const Call& call) {
-  return factsOf(call)->name == "ReleaseStringChars" && call.words[2] == 0;
-}
-
-void bookBefore(const Call& call) {
-  const JniFunction& facts = *factsOf(call);
-  if (facts.name == "ReleaseStringChars") {
-    const bool none = call.words[2] == 0;
-    accounts().close(none ? Account::kUnobtainedString : Account::kPinnedString,
-                     call.words[none ? 1 : 2],
-                     call.function->name);
-  } else if (facts.effect.move == Effect::Move::kCloses && call.words[facts.effect.argument] != 0) {
-    accounts().close(facts.effect.account, call.words[facts.effect.argument], call.function->name);
+  if (jthrowable const exception = jni->ExceptionOccurred(env); exception != nullptr) {
+    jni->ExceptionClear(env);
+    returned = describe(env, call.function->type, call.result);
+    jni->Throw(env, exception);
+    jni->DeleteLocalRef(env, exception);
   }
 }
 
-/// Whether the library calls. Where the compiler made a jump of a native's last call, that returns
-/// to the native's stub.
-bool concerns(const Call& call) {
-  return monitor().watchesThisThread() &&
-         (isInHookedModule(call.caller) || isReturnToStub(call.caller));
+/// A text that JVMTI allocated.
+std::string taken(jvmtiEnv* jvmti, char* text) {
+  std::string copy = text;
+  jvmti->Deallocate(reinterpret_cast<unsigned char*>(text));
+  return copy;
 }
 
-const void* beforeEntry(Call& call) {
-  const LastErrorScope lastError;
-  if (!concerns(call)) {
-    return call.function->original;
-  }
-  const JniFunction* facts = factsOf(call);
-  if (facts == nullptr) {
-    monitor().violation("the table of JNI functions lacks " + call.function->name);
-    return call.function->original;
-  }
-  checkPending(call);
-  const FailRule* rule = monitor().begin(Kind::kJni, call, facts->error != nullptr);
-  bookBefore(call);
-  if (rule != nullptr) {
-    failWith(call);
-    return nullptr;
-  }
-  return isNullRelease(call) ? nullptr : call.function->original;
+bool isOfLibrary(jvmtiEnv* jvmti, JNIEnv* env, jmethodID method) {
+  jclass type = nullptr;
+  char* signature = nullptr;
+  jvmti->GetMethodDeclaringClass(method, &type);
+  jvmti->GetClassSignature(type, &signature, nullptr);
+  jni->DeleteLocalRef(env, type);
+  const std::string name = taken(jvmti, signature);
+  return name.starts_with("Lcom/corvane/wizard/") || name == "Lcom/corvane/testing/Bridge;";
 }
 
-void bookAfter(const Call& call) {
-  const JniFunction& facts = *factsOf(call);
-  if (facts.name == "GetStringChars") {
-    const bool none = call.result == 0;
-    accounts().open(none ? Account::kUnobtainedString : Account::kPinnedString,
-                    none ? call.words[1] : call.result,
-                    call.function->name);
-  } else if (facts.effect.move == Effect::Move::kOpensResult && call.result != 0) {
-    accounts().open(facts.effect.account, call.result, call.function->name);
+void JNICALL
+onBind(jvmtiEnv* jvmti, JNIEnv* env, jthread, jmethodID method, void* address, void** newAddress) {
+  if (isOfLibrary(jvmti, env, method)) {
+    char* name = nullptr;
+    char* signature = nullptr;
+    jvmti->GetMethodName(method, &name, &signature, nullptr);
+    const std::string types = taken(jvmti, signature);
+    natives.push_back({taken(jvmti, name), address, beforeNative, afterNative});
+    natives.back().type = types[types.find(')') + 1];
+    *newAddress = const_cast<void*>(makeStub(natives.back()));
   }
-}
-
-void afterEntry(Call& call) {
-  const LastErrorScope lastError;
-  if (!concerns(call) || factsOf(call) == nullptr) {
-    return;
-  }
-  bookAfter(call);
 }
 
 void require(bool condition, const char* what) {
@@ -123,38 +120,76 @@ void require(bool condition, const char* what) {
   }
 }
 
-HookedEntry& hookEntry(size_t index, const void* original) {
-  HookedEntry& entry = entries[index];
-  entry.facts = findJniFunction(index);
-  entry.name = entry.facts != nullptr ? std::string(entry.facts->name)
-                                      : "JNI function " + std::to_string(index);
-  entry.signature = entry.facts != nullptr ? entry.facts->signature : "";
-  entry.original = original;
-  entry.before = beforeEntry;
-  entry.after = afterEntry;
-  return entry;
-}
-
-}  // namespace
-
-void hookJni(JavaVM* vm) {
-  void* environment = nullptr;
-  require(vm->GetEnv(&environment, JVMTI_VERSION_1_2) == JNI_OK, "the JVM offers no JVMTI");
-  auto* const jvmti = static_cast<jvmtiEnv*>(environment);
+void hookTable(jvmtiEnv* jvmti) {
   JNINativeInterface_* table = nullptr;
-  require(jvmti->GetJNIFunctionTable(&originals) == JVMTI_ERROR_NONE &&
+  require(jvmti->GetJNIFunctionTable(&jni) == JVMTI_ERROR_NONE &&
               jvmti->GetJNIFunctionTable(&table) == JVMTI_ERROR_NONE,
           "the JVM does not show its table of JNI functions");
   auto** const slots = reinterpret_cast<const void**>(table);
-  for (size_t index = 0; index < kJniEntries; ++index) {
-    if (slots[index] != nullptr) {
-      slots[index] = makeStub(hookEntry(index, slots[index]));
+  for (size_t slot = 0; slot < sizeof *table / sizeof *slots; ++slot) {
+    const Function* const facts = findJniFunction(slot);
+    const std::string name =
+        facts == nullptr ? "JNI function " + std::to_string(slot) : std::string(facts->name);
+    if (slots[slot] != nullptr) {
+      const Function unlisted{.failure = Failure::kUnlisted};
+      slots[slot] = stubFor(name, facts == nullptr ? unlisted : *facts, slots[slot]);
     }
   }
   require(jvmti->SetJNIFunctionTable(table) == JVMTI_ERROR_NONE,
           "the JVM does not take a table of JNI functions");
-  hookNatives(jvmti, originals);
-  Accounts::nameNativesBy(runningNative);
+}
+
+}  // namespace
+
+void hookJni(JNIEnv* env) {
+  JavaVM* vm = nullptr;
+  env->GetJavaVM(&vm);
+  jvmtiEnv* jvmti = nullptr;
+  require(vm->GetEnv(reinterpret_cast<void**>(&jvmti), JVMTI_VERSION_1_2) == JNI_OK,
+          "the JVM offers no JVMTI");
+  hookTable(jvmti);
+  jvmtiCapabilities capabilities{};
+  capabilities.can_generate_native_method_bind_events = 1;
+  jvmtiEventCallbacks callbacks{};
+  callbacks.NativeMethodBind = onBind;
+  require(
+      jvmti->AddCapabilities(&capabilities) == JVMTI_ERROR_NONE &&
+          jvmti->SetEventCallbacks(&callbacks, sizeof callbacks) == JVMTI_ERROR_NONE &&
+          jvmti->SetEventNotificationMode(JVMTI_ENABLE, JVMTI_EVENT_NATIVE_METHOD_BIND, nullptr) ==
+              JVMTI_ERROR_NONE,
+      "the JVM does not tell of natives");
+}
+
+void checkRulesOfJni(const Call& call) {
+  const Failure failure = call.function->facts.failure;
+  if (failure == Failure::kUnlisted) {
+    violation("the table of JNI functions lacks " + call.function->name);
+  } else if ((failure == Failure::kThrows || failure == Failure::kNeverThrows) && isPending(call)) {
+    violation(call.function->name + " is called while a Java exception is pending");
+  }
+}
+
+void throwInJava(const Call& call) {
+  if (!isPending(call)) {
+    JNIEnv* const env = environment(call);
+    const bool isMethod = call.function->name.starts_with("Call");
+    jclass const type =
+        jni->FindClass(env, isMethod ? "java/lang/RuntimeException" : "java/lang/OutOfMemoryError");
+    jni->ThrowNew(env, type, call.function->name.c_str());
+    jni->DeleteLocalRef(env, type);
+  }
+}
+
+bool isNullRelease(const Call& call) {
+  return call.function->name == "ReleaseStringChars" && call.words[2] == 0;
+}
+
+std::string runningNative() {
+  return running == nullptr ? "" : running->name;
+}
+
+const std::wstring& returnedBesideException() {
+  return returned;
 }
 
 }  // namespace bed

@@ -4,25 +4,38 @@
 
 #include <algorithm>
 #include <cstring>
-#include <cwchar>
-
-#include "shown_call.h"
 
 namespace bed {
-
 namespace {
 
-/// In bytes.
-size_t textLength(const std::string& function, const void* text) {
-  return function.ends_with('W') ? std::wcslen(static_cast<const wchar_t*>(text)) * sizeof(wchar_t)
-                                 : std::strlen(static_cast<const char*>(text));
+const char* anyOf(const Call& call) {
+  return call.function->facts.isOfJni() ? "any JNI call" : "any call";
+}
+
+/// Whether the rule speaks of this call.
+bool concerns(const FailRule& rule, const Call& call) {
+  if (rule.name != call.function->name && rule.name != anyOf(call)) {
+    return false;
+  }
+  return rule.lookedUp.empty() ||
+         (call.words[1] > 0xFFFF && rule.lookedUp == reinterpret_cast<const char*>(call.words[1]));
 }
 
 }  // namespace
 
+LastErrorScope::LastErrorScope() : error_(GetLastError()) {}
+
+LastErrorScope::~LastErrorScope() {
+  SetLastError(error_);
+}
+
 Monitor& monitor() {
   static Monitor instance;
   return instance;
+}
+
+void violation(const std::string& text) {
+  monitor().violations.push_back(text);
 }
 
 void Monitor::arm() {
@@ -30,29 +43,31 @@ void Monitor::arm() {
 }
 
 bool Monitor::watchesThisThread() const {
-  return thread_ != 0 && thread_ == GetCurrentThreadId();
+  return thread_ == GetCurrentThreadId();
 }
 
-void Monitor::reset() {
-  *this = Monitor();
-}
-
-const FailRule* Monitor::begin(Kind kind, const Call& call, bool canFail) {
-  record(kind, call);
-  if (!canFail) {
+const FailRule* Monitor::begin(const Call& call) {
+  record(call);
+  if (!call.function->facts.canFail()) {
     return nullptr;
   }
-  ++failable_[static_cast<size_t>(kind)];
-  const FailRule* rule = dueRule(kind, call.function->name);
-  if (rule != nullptr && rule->name.empty()) {
-    failed_ = static_cast<int>(calls_.size()) - 1;
+  ++failable[call.function->facts.isOfJni() ? 1 : 0];
+  const FailRule* due = nullptr;
+  for (FailRule& rule : rules) {
+    if (concerns(rule, call) &&
+        (++rule.seen == rule.nth || (rule.andAllLater && rule.seen > rule.nth))) {
+      due = &rule;
+    }
   }
-  return rule;
+  if (due != nullptr && due->name == anyOf(call)) {
+    failed = static_cast<int>(calls.size()) - 1;
+  }
+  return due;
 }
 
 bool Monitor::answered(Call& call, LastErrorScope& lastError) {
-  const auto prepared = answers_.find(call.function->name);
-  if (prepared == answers_.end() || prepared->second.empty()) {
+  const auto prepared = answers.find(call.function->name);
+  if (prepared == answers.end() || prepared->second.empty()) {
     return false;
   }
   const Answer answer = prepared->second.front();
@@ -69,60 +84,32 @@ bool Monitor::answered(Call& call, LastErrorScope& lastError) {
   return true;
 }
 
-void Monitor::record(Kind kind, const Call& call) {
-  RecordedCall entry{call.function->name, kind, {}, {}, {}};
-  std::copy_n(call.words, entry.words.size(), entry.words.begin());
-  entry.shown = showCall(entry.name, call.function->signature, call.words);
-  if (const auto wanted = captures_.find(entry.name); wanted != captures_.end()) {
-    for (const auto& [argument, size] : wanted->second) {
-      const auto* bytes = reinterpret_cast<const uint8_t*>(call.words[argument]);
-      if (bytes != nullptr) {
-        const size_t length = size == kText ? textLength(entry.name, bytes) : size;
-        entry.captured[argument].assign(bytes, bytes + length);
-      }
-    }
-  }
-  calls_.push_back(std::move(entry));
-}
-
-size_t Monitor::countOf(const std::string& name) const {
-  return static_cast<size_t>(std::count_if(calls_.begin(), calls_.end(), [&](const auto& call) {
-    return call.name == name;
-  }));
+void Monitor::record(const Call& call) {
+  const std::string& name = call.function->name;
+  calls.push_back({name, showCall(name, call.function->facts.signature, call.words)});
 }
 
 std::vector<std::string> Monitor::unused() const {
   const auto told = [&](const std::string& what, const std::string& name) {
-    return what + " of " + name + ", which was called " + std::to_string(countOf(name)) + " times";
+    const auto count = std::count_if(calls.begin(), calls.end(), [&](const auto& call) {
+      return call.name == name;
+    });
+    return what + " of " + name + ", which was called " + std::to_string(count) + " times";
   };
   std::vector<std::string> texts;
-  for (const FailRule& rule : rules_) {
-    if (rule.isUnused()) {
+  for (const FailRule& rule : rules) {
+    if (!rule.lookedUp.empty() && rule.seen == 0) {
+      texts.push_back("hidden " + rule.lookedUp + ", which was not looked up");
+    } else if (rule.seen < rule.nth && !rule.andAllLater) {
       texts.push_back(told("failure " + std::to_string(rule.nth), rule.name));
     }
   }
-  for (const auto& [name, answers] : answers_) {
-    if (!answers.empty() && !answers.front().always) {
-      texts.push_back(told(std::to_string(answers.size()) + " answers", name));
+  for (const auto& [name, left] : answers) {
+    if (!left.empty() && !left.front().always) {
+      texts.push_back(told(std::to_string(left.size()) + " answers", name));
     }
   }
   return texts;
-}
-
-const FailRule* Monitor::dueRule(Kind kind, const std::string& name) {
-  const FailRule* due = nullptr;
-  for (FailRule& rule : rules_) {
-    if (rule.kind == kind && (rule.name.empty() || rule.name == name) && rule.isDue()) {
-      due = &rule;
-    }
-  }
-  return due;
-}
-
-LastErrorScope::LastErrorScope() : error_(GetLastError()) {}
-
-LastErrorScope::~LastErrorScope() {
-  SetLastError(error_);
 }
 
 }  // namespace bed

@@ -1,13 +1,13 @@
-#include "shown_call.h"
+#include "functions.h"
 
 #include <windows.h>
 
 #include <iterator>
+#include <sstream>
 
 namespace bed {
 namespace {
 
-constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
 /// Below it a number is shown in decimal.
 constexpr int64_t kSmall = 1000;
 
@@ -18,14 +18,13 @@ const Target* at(uint64_t word) {
 
 std::wstring showNumber(uint64_t number) {
   const auto value = static_cast<int64_t>(number);
+  std::wostringstream text;
   if (value > -kSmall && value < kSmall) {
-    return std::to_wstring(value);
+    text << value;
+  } else {
+    text << L"0x" << std::hex << std::uppercase << number;
   }
-  std::wstring hex;
-  for (; number != 0; number /= 16) {
-    hex.insert(hex.begin(), kDigits[number % 16]);
-  }
-  return L"0x" + hex;
+  return text.str();
 }
 
 std::wstring showNumber32(uint32_t number) {
@@ -34,10 +33,10 @@ std::wstring showNumber32(uint32_t number) {
 }
 
 std::wstring showBytes(const uint8_t* bytes, size_t count) {
+  constexpr wchar_t digits[] = L"0123456789ABCDEF";
   std::wstring hex = L"x";
-  for (size_t index = 0; bytes != nullptr && index < count; ++index) {
-    hex += kDigits[bytes[index] / 16];
-    hex += kDigits[bytes[index] % 16];
+  for (size_t index = 0; index < count; ++index) {
+    hex += {digits[bytes[index] / 16], digits[bytes[index] % 16]};
   }
   return hex;
 }
@@ -86,42 +85,33 @@ std::wstring showDescriptor(const SECURITY_DESCRIPTOR* descriptor) {
   return more ? text + L" and more" : text;
 }
 
-std::wstring showPointed(char letter, const uint64_t* word) {
-  const auto address = *word;
-  if (address == 0) {
-    return L"null";
-  }
-  switch (letter) {
-    case 'i':
-      return showNumber32(*at<uint32_t>(address));
-    case 'q':
-      return showNumber(*at<uint64_t>(address));
-    case 'o':
-      return showDescriptor(at<SECURITY_DESCRIPTOR>(address));
-    case 'd':
-      return showBytes(at<uint8_t>(address), static_cast<uint32_t>(word[1]));
-    default:
-      return showBytes(at<uint8_t>(address), static_cast<size_t>(letter - '0'));
-  }
-}
-
 std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
+  const uint64_t value = *word;
   switch (letter) {
     case 't':
     case 'u':
-      return showText(wide || letter == 'u', *word);
+      return showText(wide || letter == 'u', value);
     case 'n':
-      return showNumber32(static_cast<uint32_t>(*word));
+      return showNumber32(static_cast<uint32_t>(value));
     case 'y':
-      return showNumber(*word & 0xFF);
+      return showNumber(value & 0xFF);
     case 'w':
-      return showNumber(*word);
+      return showNumber(value);
     case 'p':
-      return *word == 0 ? L"0" : L"&";
+      return value == 0 ? L"0" : L"&";
     case 'k':
-      return showKey(*word);
+      return showKey(value);
+    case 'i':
+      return value == 0 ? L"null" : showNumber32(*at<uint32_t>(value));
+    case 'q':
+      return value == 0 ? L"null" : showNumber(*at<uint64_t>(value));
+    case 'o':
+      return value == 0 ? L"null" : showDescriptor(at<SECURITY_DESCRIPTOR>(value));
+    case 'd':
+      return value == 0 ? L"null" : showBytes(at<uint8_t>(value), static_cast<uint32_t>(word[1]));
     default:
-      return showPointed(letter, word);
+      return value == 0 ? L"null"
+                        : showBytes(at<uint8_t>(value), static_cast<size_t>(letter - '0'));
   }
 }
 

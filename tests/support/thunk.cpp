@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <initializer_list>
 #include <stdexcept>
 
 namespace bed {
@@ -29,8 +28,8 @@ void bedAfter(Call* call) {
 
 // In the GNU assembler's syntax, for g++ and clang. Every stub jumps here with its HookedFunction
 // in r11. The frame, from the stack pointer up: the home space of whatever is called (32 bytes),
-// the copied stack arguments (20 words), xmm0 to xmm3, the Call. The register arguments go to the
-// home space that every caller provides, so that all words of the call lie in one row.
+// the copied stack arguments (20 words), the Call. The register arguments go to the home space that
+// every caller provides, so that all words of the call lie in one row.
 asm(R"(
     .text
     .globl bedThunk
@@ -45,18 +44,14 @@ bedThunk:
     .seh_pushreg %rbx
     pushq %rsi
     .seh_pushreg %rsi
-    subq $296, %rsp
-    .seh_stackalloc 296
+    subq $232, %rsp
+    .seh_stackalloc 232
     .seh_endprologue
-    movaps %xmm0, 192(%rsp)
-    movaps %xmm1, 208(%rsp)
-    movaps %xmm2, 224(%rsp)
-    movaps %xmm3, 240(%rsp)
-    leaq 256(%rsp), %rbx
-    leaq 320(%rsp), %rsi
+    leaq 192(%rsp), %rbx
+    leaq 256(%rsp), %rsi
     movq %r11, 0(%rbx)
     movq %rsi, 8(%rbx)
-    movq 312(%rsp), %rax
+    movq 248(%rsp), %rax
     movq %rax, 16(%rbx)
     movq $0, 24(%rbx)
     movq $0, 32(%rbx)
@@ -69,10 +64,6 @@ bedThunk:
     movq %r10, 32(%rsp,%rcx,8)
     decl %ecx
     jns 1b
-    movaps 192(%rsp), %xmm0
-    movaps 208(%rsp), %xmm1
-    movaps 224(%rsp), %xmm2
-    movaps 240(%rsp), %xmm3
     movq 0(%rsi), %rcx
     movq 8(%rsi), %rdx
     movq 16(%rsi), %r8
@@ -81,57 +72,36 @@ bedThunk:
     .globl bedReturned
 bedReturned:
     movq %rax, 24(%rbx)
-    movaps %xmm0, 192(%rsp)
 2:  movq %rbx, %rcx
     call bedAfter
     movq 24(%rbx), %rax
-    movaps 192(%rsp), %xmm0
-    addq $296, %rsp
+    addq $232, %rsp
     popq %rsi
     popq %rbx
     ret
     .seh_endproc
 )");
 
-namespace {
-
-/// mov r11, function; mov r10, bedThunk; jmp r10.
-constexpr size_t kStubSize = 32;
-constexpr size_t kPoolSize = size_t{1} << 16;
-
-std::byte* nextStub() {
-  static std::byte* next = nullptr;
-  static std::byte* end = nullptr;
+const void* makeStub(HookedFunction& function) {
+  constexpr size_t kPoolSize = size_t{1} << 16;
+  static uint8_t* next = nullptr;
+  static const uint8_t* end = nullptr;
+  // mov r11, function; mov r10, bedThunk; jmp r10
+  uint8_t code[32] = {0x49, 0xBB, 0, 0, 0, 0, 0, 0, 0,    0,    0x49, 0xBA,
+                      0,    0,    0, 0, 0, 0, 0, 0, 0x41, 0xFF, 0xE2};
+  const void* const operands[] = {&function, reinterpret_cast<const void*>(&bedThunk)};
+  std::memcpy(code + 2, &operands[0], sizeof(void*));
+  std::memcpy(code + 12, &operands[1], sizeof(void*));
   if (next == end) {
-    next = static_cast<std::byte*>(
+    next = static_cast<uint8_t*>(
         VirtualAlloc(nullptr, kPoolSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
     if (next == nullptr) {
       throw std::runtime_error("no memory for stubs");
     }
     end = next + kPoolSize;
   }
-  std::byte* const stub = next;
-  next += kStubSize;
-  return stub;
-}
-
-std::byte* emit(std::byte* at, std::initializer_list<uint8_t> code, const void* operand) {
-  for (const uint8_t byte : code) {
-    *at++ = std::byte{byte};
-  }
-  std::memcpy(at, &operand, sizeof operand);
-  return at + sizeof operand;
-}
-
-}  // namespace
-
-const void* makeStub(HookedFunction& function) {
-  std::byte* const stub = nextStub();
-  std::byte* at = emit(stub, {0x49, 0xBB}, &function);
-  at = emit(at, {0x49, 0xBA}, reinterpret_cast<const void*>(&bedThunk));
-  const uint8_t jump[] = {0x41, 0xFF, 0xE2};
-  std::memcpy(at, jump, sizeof jump);
-  return stub;
+  next += sizeof code;
+  return std::memcpy(next - sizeof code, code, sizeof code);
 }
 
 bool isReturnToStub(const void* address) {

@@ -2,7 +2,8 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+
+#include "functions.h"
 
 namespace bed {
 
@@ -22,19 +23,20 @@ struct Call {
   uint64_t note;
 };
 
-/// A function of any signature that calls are led past.
+/// A function of any signature that calls are led past; none has arguments or a result in floating
+/// point.
 struct HookedFunction {
   std::string name;
-  /// How its arguments are shown; see showCall.
-  std::string_view signature;
   const void* original;
   /// Returns where the call goes on (usually `original`), or null when it answers by `result`.
   const void* (*before)(Call&);
   void (*after)(Call&);
+  Function facts = {};
+  /// Of a native: the letter of its result in Java's signature.
+  char type = 'V';
 };
 
 /// Makes the address to call instead of `function.original`. Both live until the process ends.
-/// Stubs keep every register that a call may use for arguments or for its result.
 const void* makeStub(HookedFunction& function);
 
 /// Whether an address is where a stub's original returns to: its caller is a hooked function whose

@@ -31,8 +31,16 @@ public final class Hooks {
     /** What GetVersionEx tells: see {@link Windows}. */
     static native void version(int platform, int major, int minor, boolean knowsLongRecord, boolean tells);
 
-    /** Makes the n-th call fail, from 1, of all JNI or all other calls that can fail; and those after it. */
-    static native void failNth(boolean jni, int nth, boolean andAllLater);
+    /**
+     * Makes the n-th call of one function fail, from 1, and perhaps those after it: with this error, 0 being the
+     * one that fits, or as the JVM would fail it.
+     */
+    private static native void fail(String function, int nth, int error, boolean andAllLater);
+
+    /** The same for all JNI or all other calls that can fail. */
+    static void failNth(boolean jni, int nth, boolean andAllLater) {
+        fail(jni ? "any JNI call" : "any call", nth, 0, andAllLater);
+    }
 
     /** Makes every call of Windows fail from the n-th on: the power is gone. */
     public static void failFrom(int nth) {
@@ -42,32 +50,38 @@ public final class Hooks {
     /** For {@link #fail}: the call fails, and the last error is 0. */
     public static final int NO_ERROR = -1;
 
-    static native void fail(boolean jni, String function, int nth, int error);
+    static void fail(boolean jni, String function, int nth, int error) {
+        fail(function, nth, error, false);
+    }
 
-    /** Makes the n-th call of one function of Windows fail, with this error; 0: with the one that fits. */
     public static void fail(String function, int nth, int error) {
-        fail(false, function, nth, error);
+        fail(function, nth, error, false);
     }
 
-    /** Makes the n-th call of one JNI function fail as the JVM would fail it. */
     public static void failJni(String function, int nth) {
-        fail(true, function, nth, 0);
+        fail(function, nth, 0, false);
     }
 
-    /** Answers one call and leaves this last error; 0: the last error stays as it is. */
-    public static native void answer(String function, long result, int lastError, int[] arguments, byte[][] data);
+    /**
+     * Answers one call of a function in Windows' place, or every later one: writes {@code data} to where the
+     * arguments with these indexes point and leaves this last error; 0: the last error stays as it is. Answers
+     * are used up in order.
+     */
+    private static native void answer(String function, long result, int lastError, boolean always, int[] arguments,
+            byte[][] data);
 
-    /** Answers one call of a function in Windows' place. Answers are used up in order. */
+    public static void answer(String function, long result, int lastError, int[] arguments, byte[][] data) {
+        answer(function, result, lastError, false, arguments, data);
+    }
+
     public static void answer(String function, long result) {
         answer(function, result, 0, new int[0], new byte[0][]);
     }
 
-    /** The same, and writes {@code data} to where the argument with this index points. */
     public static void answer(String function, long result, int argument, byte[] data) {
         answer(function, result, 0, new int[] {argument}, new byte[][] {data});
     }
 
-    /** The same for several arguments. */
     public static void answer(String function, long result, int[] arguments, byte[]... data) {
         answer(function, result, 0, arguments, data);
     }
@@ -77,11 +91,13 @@ public final class Hooks {
         answer(function, 0, lastError, arguments, data);
     }
 
-    /** Answers every call of a function, after those that are answered or failed one by one. */
-    static native void answerAlways(String function, long result);
+    static void answerAlways(String function, long result) {
+        answer(function, result, 0, true, new int[0], new byte[0][]);
+    }
 
-    /** Makes every call of a function fail. */
-    static native void failAlways(String function, int error);
+    static void failAlways(String function, int error) {
+        fail(function, 1, error, true);
+    }
 
     /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */
     public static native void answerValue(int type, byte[] data);
@@ -91,14 +107,6 @@ public final class Hooks {
 
     /** A function that GetProcAddress does not find, as on a Windows too old for it. */
     public static native void hide(String function);
-
-    /** Keeps what an argument of a function points to, as it is when the call begins. */
-    public static native void capture(String function, int argument, int bytes);
-
-    /** Keeps the text that an argument of a function points to, for {@link Call#text}. */
-    public static void captureText(String function, int argument) {
-        capture(function, argument, 0);
-    }
 
     /** How many of the calls so far could have been made to fail. */
     public static native int failable(boolean jni);
@@ -117,12 +125,6 @@ public final class Hooks {
 
     /** What the last native returned beside its exception, '' for an empty text; empty for null, 0, false. */
     public static native String returned();
-
-    static native String[] callNames();
-
-    static native long[] callWords(int index);
-
-    static native byte[] captured(int index, int argument);
 
     /** What is open that must be closed by now. */
     public static native String[] unbalanced();

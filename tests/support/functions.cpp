@@ -1,9 +1,12 @@
-#include "win32_functions.h"
+#include "functions.h"
 
+#include <jni.h>
 #include <windows.h>
 
 #include <algorithm>
 #include <iterator>
+
+#include "thunk.h"
 
 namespace bed {
 namespace {
@@ -24,8 +27,14 @@ constexpr uint32_t kNoError = 0;
 
 using enum Failure;
 
+/// A method: its row, and its place in the table of its interface.
+constexpr Function at(uint32_t slot, Function row) {
+  row.slot = slot;
+  return row;
+}
+
 // A star stands for the A and the W that end the names of a pair.
-constexpr Win32Function kFunctions[] = {
+constexpr Function kWin32Functions[] = {
     // The registry.
     {"NtDeleteKey", "", kStatus, {}, kStatusLacks},
     {"NtQueryValueKey", "--n", kStatus, {}, kStatusLacks},
@@ -44,7 +53,7 @@ constexpr Win32Function kFunctions[] = {
 
     // Text, versions and messages.
     {"ExpandEnvironmentStrings*", "t-n", kZero},
-    {"FormatMessage*", "nwnn-n", kZero, opensAt(Account::kLocalBlock, 4), kLacks, allocatesText},
+    {"FormatMessage*", "nwnn-n", kZero, opensAt(Account::kLocalBlock, 4), kLacks, 0, allocatesText},
     {"GetACP"},
     {"GetVersionEx*", "i", kZero},
     {"LocalFree", "w", kCannotFail, closes(Account::kLocalBlock, 0)},
@@ -95,21 +104,30 @@ constexpr Win32Function kFunctions[] = {
 
     // The shell. The allocator that owns the item lists is always there.
     {"SHChangeNotify", "nntw"},
-    {"SHGetMalloc", "", kCannotFail, opensAt(Account::kInterface, 0)},
+    {"SHGetMalloc", "", kCannotFail, opensAt(Account::kInterface, 0, "IMalloc::")},
     {"SHGetPathFromIDListA", "", kZero, {}, kNoError},
     {"SHGetSpecialFolderLocation", "wn", kStatus, opensAt(Account::kItemList, 2), kComLacks},
     {"SHGetSpecialFolderPathA", "--nn", kZero, {}, kNoError},
-    {"CoCreateInstance", "-pn", kStatus, opensAt(Account::kInterface, 4), kComLacks},
-    {"IMalloc::Free", "", kCannotFail, closes(Account::kItemList, 1)},
-    {"IMalloc::Release", "", kCannotFail, closes(Account::kInterface, 0)},
-    {"IPersistFile::Release", "", kCannotFail, closes(Account::kInterface, 0)},
-    {"IPersistFile::Save", "-un", kStatus, {}, kComLacks},
-    {"IShellLinkA::QueryInterface", "", kStatus, opensAt(Account::kInterface, 2), kComLacks},
-    {"IShellLinkA::Release", "", kCannotFail, closes(Account::kInterface, 0)},
-    {"IShellLinkA::SetArguments", "-t", kStatus, {}, kComLacks},
-    {"IShellLinkA::SetIconLocation", "-tn", kStatus, {}, kComLacks},
-    {"IShellLinkA::SetPath", "-t", kStatus, {}, kComLacks},
-    {"IShellLinkA::SetWorkingDirectory", "-t", kStatus, {}, kComLacks},
+    {"CoCreateInstance",
+     "-pn",
+     kStatus,
+     opensAt(Account::kInterface, 4, "IShellLinkA::"),
+     kComLacks},
+    at(5, {"IMalloc::Free", "", kCannotFail, closes(Account::kItemList, 1)}),
+    at(2, {"IMalloc::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
+    at(2, {"IPersistFile::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
+    at(6, {"IPersistFile::Save", "-un", kStatus, {}, kComLacks}),
+    at(0,
+       {"IShellLinkA::QueryInterface",
+        "",
+        kStatus,
+        opensAt(Account::kInterface, 2, "IPersistFile::"),
+        kComLacks}),
+    at(2, {"IShellLinkA::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
+    at(11, {"IShellLinkA::SetArguments", "-t", kStatus, {}, kComLacks}),
+    at(17, {"IShellLinkA::SetIconLocation", "-tn", kStatus, {}, kComLacks}),
+    at(20, {"IShellLinkA::SetPath", "-t", kStatus, {}, kComLacks}),
+    at(9, {"IShellLinkA::SetWorkingDirectory", "-t", kStatus, {}, kComLacks}),
 
     // Accounts, tokens and owners.
     {"AdjustTokenPrivileges", "wndnpp", kZero},
@@ -148,6 +166,52 @@ constexpr Win32Function kFunctions[] = {
     {"realloc", "", kZero, opensResult(Account::kHeapBlock)},
 };
 
+#define JNI(name, ...) \
+  at(offsetof(JNINativeInterface_, name) / sizeof(void*), {#name __VA_OPT__(, ) __VA_ARGS__})
+
+constexpr Effect kNewLocal = opensResult(Account::kLocalReference);
+
+// JNI. In C++ the variadic calls go through the entries that end in V. Characters are released once
+// for each time that they were asked for, also when the JVM gave none.
+constexpr Function kJniFunctions[] = {
+    JNI(FindClass, "-t", kThrows, kNewLocal),
+    JNI(GetObjectClass, "", kThrows, kNewLocal),
+    JNI(GetMethodID, "--t", kThrows),
+    JNI(GetStaticMethodID, "", kThrows),
+    JNI(GetFieldID, "", kThrows),
+    JNI(GetStaticFieldID, "--t", kThrows),
+    JNI(GetStaticIntField, "", kNeverThrows),
+    JNI(NewObjectV, "", kThrows, kNewLocal),
+    JNI(CallObjectMethodV, "", kThrows, kNewLocal),
+    JNI(CallBooleanMethodV, "", kThrows),
+    JNI(CallIntMethodV, "", kThrows),
+    JNI(CallVoidMethodV, "", kThrows),
+
+    JNI(NewString, "--n", kThrows, kNewLocal),
+    JNI(GetStringLength, "", kNeverThrows),
+    JNI(GetStringChars, "", kThrows, asksFor(Account::kPinnedString, 1)),
+    JNI(ReleaseStringChars, "", kCleansUp, closes(Account::kPinnedString, 1)),
+
+    JNI(GetArrayLength, "", kNeverThrows),
+    JNI(NewObjectArray, "-n-p", kThrows, kNewLocal),
+    JNI(GetObjectArrayElement, "", kThrows, kNewLocal),
+    JNI(SetObjectArrayElement, "", kThrows),
+    JNI(NewByteArray, "", kThrows, kNewLocal),
+    JNI(GetByteArrayRegion, "", kThrows),
+    JNI(SetByteArrayRegion, "", kThrows),
+
+    JNI(NewGlobalRef, "", kThrows, opensResult(Account::kGlobalReference)),
+    JNI(DeleteGlobalRef, "", kCleansUp, closes(Account::kGlobalReference, 1)),
+    JNI(DeleteLocalRef, "", kCleansUp, closes(Account::kLocalReference, 1)),
+
+    JNI(Throw, "", kNeverThrows),
+    JNI(ExceptionOccurred, "", kCleansUp, kNewLocal),
+    JNI(ExceptionCheck, "", kCleansUp),
+    JNI(ExceptionClear, "", kCleansUp),
+};
+
+#undef JNI
+
 /// What the C++ runtime that is linked into the library calls for itself: locks, unwinding, the C
 /// library.
 // clang-format off
@@ -164,50 +228,66 @@ constexpr std::string_view kUntouchedFunctions[] = {
 };
 // clang-format on
 
-bool isOfPair(std::string_view pair, std::string_view name) {
-  return name.size() == pair.size() && name.starts_with(pair.substr(0, pair.size() - 1)) &&
-         (name.ends_with('A') || name.ends_with('W'));
+/// A row's name may end in a star, for a pair.
+bool names(const Function& row, std::string_view name) {
+  const std::string_view stem = row.name.substr(0, row.name.size() - 1);
+  return row.name == name || (row.name.ends_with('*') && name.size() == row.name.size() &&
+                              name.starts_with(stem) && (name.back() == 'A' || name.back() == 'W'));
+}
+
+/// The first row of a table that fits; null when none does.
+template <class Rows, class Fits>
+const Function* find(const Rows& rows, const Fits& fits) {
+  const auto* found = std::find_if(std::begin(rows), std::end(rows), fits);
+  return found == std::end(rows) ? nullptr : found;
 }
 
 }  // namespace
 
-const Win32Function* findWin32Function(std::string_view name) {
-  static constexpr Win32Function untouched{"", "", kUntouched};
+bool Function::canFail() const {
+  return failure == kStatus || failure == kZero || failure == kMinusOne || failure == kThrows;
+}
+
+uint64_t Function::failureResult(uint32_t named) const {
+  return failure == kStatus ? named : failure == kMinusOne ? ~uint64_t{0} : 0;
+}
+
+bool Function::succeeded(uint64_t result) const {
+  switch (failure) {
+    case kCannotFail:
+      return true;
+    case kStatus:
+      return static_cast<int32_t>(result) == 0;
+    case kMinusOne:
+      return static_cast<uint32_t>(result) != ~uint32_t{0};
+    default:
+      return result != 0;
+  }
+}
+
+const Function* findFunction(std::string_view name) {
+  static constexpr Function untouched{"", "", kUntouched};
   if (std::find(std::begin(kUntouchedFunctions), std::end(kUntouchedFunctions), name) !=
       std::end(kUntouchedFunctions)) {
     return &untouched;
   }
-  const auto* found = std::find_if(
-      std::begin(kFunctions),
-      std::end(kFunctions),
-      [&](const Win32Function& function) {
-        return function.name.ends_with('*') ? isOfPair(function.name, name) : function.name == name;
-      });
-  return found == std::end(kFunctions) ? nullptr : found;
+  const auto fits = [&](const Function& row) { return names(row, name); };
+  const Function* const found = find(kWin32Functions, fits);
+  return found != nullptr ? found : find(kJniFunctions, fits);
 }
 
-uint64_t failureResult(const Win32Function& function, uint32_t error) {
-  switch (function.failure) {
-    case kStatus:
-      return error;
-    case kMinusOne:
-      return ~uint64_t{0};
-    default:
-      return 0;
-  }
+const Function* findJniFunction(size_t slot) {
+  return find(kJniFunctions, [&](const Function& row) { return row.slot == slot; });
 }
 
-bool succeeded(const Win32Function& function, uint64_t result) {
-  switch (function.failure) {
-    case kStatus:
-      return static_cast<int32_t>(result) == 0;
-    case kZero:
-      return result != 0;
-    case kMinusOne:
-      return static_cast<uint32_t>(result) != ~uint32_t{0};
-    default:
-      return true;
+std::vector<const Function*> methodsOf(std::string_view prefix) {
+  std::vector<const Function*> methods;
+  for (const Function& row : kWin32Functions) {
+    if (row.name.starts_with(prefix)) {
+      methods.push_back(&row);
+    }
   }
+  return methods;
 }
 
 }  // namespace bed

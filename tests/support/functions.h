@@ -1,0 +1,118 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bed {
+
+struct Call;
+
+/// What can be opened and must be closed again.
+namespace Account {
+constexpr std::string_view kKey = "registry key";
+constexpr std::string_view kModule = "module";
+constexpr std::string_view kLocalBlock = "local block";
+constexpr std::string_view kHeapBlock = "heap block";
+constexpr std::string_view kPinnedString = "pinned string";
+constexpr std::string_view kLocalReference = "local reference";
+constexpr std::string_view kGlobalReference = "global reference";
+/// A file or a mapping: both end with CloseHandle.
+constexpr std::string_view kHandle = "handle";
+constexpr std::string_view kSearch = "search";
+constexpr std::string_view kView = "view";
+constexpr std::string_view kSid = "SID";
+/// A place in the shell's name space.
+constexpr std::string_view kItemList = "item list";
+constexpr std::string_view kInterface = "interface";
+}  // namespace Account
+
+/// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
+/// argument points, or it closes what an argument is. What it asks for is to be given back also
+/// when it failed.
+struct Effect {
+  enum class Move { kNothing, kOpensResult, kOpensAt, kAsksFor, kCloses } move = Move::kNothing;
+  std::string_view account = {};
+  int argument = 0;
+  /// Of an interface that is opened: how the rows of its methods begin.
+  std::string_view methods = {};
+};
+
+constexpr Effect opensResult(std::string_view account) {
+  return {Effect::Move::kOpensResult, account};
+}
+constexpr Effect opensAt(std::string_view account, int argument, std::string_view methods = {}) {
+  return {Effect::Move::kOpensAt, account, argument, methods};
+}
+constexpr Effect asksFor(std::string_view account, int argument) {
+  return {Effect::Move::kAsksFor, account, argument};
+}
+constexpr Effect closes(std::string_view account, int argument) {
+  return {Effect::Move::kCloses, account, argument};
+}
+
+/// How a function tells that it failed.
+enum class Failure {
+  /// Not hooked at all: it neither fails nor concerns any account (memcpy), or it must see the
+  /// stack as it is (unwinding), or it is no function (imported data).
+  kUntouched,
+  kCannotFail,
+  /// Returns the error itself.
+  kStatus,
+  /// Returns 0 and sets the last error.
+  kZero,
+  /// Returns -1, as a handle or as 32 bits, and sets the last error.
+  kMinusOne,
+
+  // Of JNI alone.
+  /// Returns 0 and leaves an exception pending.
+  kThrows,
+  kNeverThrows,
+  /// Does not, and may be called while an exception is pending.
+  kCleansUp,
+  /// An entry of the table of JNI functions that has no row.
+  kUnlisted,
+};
+
+/// What is known of one function that the library calls.
+struct Function {
+  std::string_view name = {};
+  /// How its arguments are shown: a letter for each, up to the last that is shown.
+  ///
+  ///     -  not shown                          p  a pointer: 0 or "&"
+  ///     t  text in the letters of the name    u  wide text, whatever the name
+  ///     n  32-bit number                      w  number of the size of a pointer, or a handle
+  ///     y  8-bit number                       k  registry key: HKCU and its like, or "a key"
+  ///     i  where a 32-bit number stands       q  where a 64-bit number stands
+  ///     d  bytes; the next argument is their number       6  as many bytes as the digit
+  ///     o  a security descriptor: whose it makes something
+  std::string_view signature = {};
+  Failure failure = Failure::kCannotFail;
+  Effect effect = {};
+  /// The error of a failure that names none, 1450 as a rule, which nothing expects; 0 leaves the
+  /// last error as it is.
+  uint32_t error = 1450;
+  /// Of a method and of a JNI function: its place in their table.
+  uint32_t slot = 0;
+  /// Whether this call has the effect; null: every call has.
+  bool (*applies)(const Call&) = nullptr;
+
+  bool isOfJni() const { return failure >= Failure::kThrows; }
+  bool canFail() const;
+  /// The result of a call that failed.
+  uint64_t failureResult(uint32_t named) const;
+  bool succeeded(uint64_t result) const;
+};
+
+/// Null for a function that no table has: whoever makes the library call a new one adds a row.
+const Function* findFunction(std::string_view name);
+/// The same for an entry of the table of JNI functions.
+const Function* findJniFunction(size_t slot);
+/// Those of one interface that the library calls.
+std::vector<const Function*> methodsOf(std::string_view prefix);
+
+/// A call as a person reads it: the name and the arguments, with a tab before each.
+std::wstring showCall(std::string_view name, std::string_view signature, const uint64_t* words);
+
+}  // namespace bed

@@ -1,0 +1,185 @@
+#include "hooks.h"
+
+#include <algorithm>
+#include <map>
+
+#include "accounts.h"
+#include "fakes.h"
+#include "heap_guard.h"
+#include "jni_hooks.h"
+#include "monitor.h"
+
+namespace bed {
+namespace {
+
+/// Where the code of the hooked modules is.
+struct Range {
+  const uint8_t* begin;
+  const uint8_t* end;
+};
+std::vector<Range> libraries;
+
+/// Whether the library calls, on the watched thread. Where the compiler made a jump of a native's
+/// last call, that returns to the native's stub.
+bool concerns(const Call& call) {
+  const auto* caller = static_cast<const uint8_t*>(call.caller);
+  return monitor().watchesThisThread() &&
+         (isReturnToStub(caller) ||
+          std::any_of(libraries.begin(), libraries.end(), [&](const Range& code) {
+            return code.begin <= caller && caller < code.end;
+          }));
+}
+
+void fail(Call& call, uint32_t named, LastErrorScope& lastError) {
+  const Function& facts = call.function->facts;
+  const uint32_t error = named != 0 ? named : facts.error;
+  call.result = facts.failureResult(error);
+  if (facts.isOfJni()) {
+    throwInJava(call);
+  } else if (error != 0 && facts.failure != Failure::kStatus) {
+    lastError.set(error == FailRule::kNoError ? 0 : error);
+  }
+}
+
+/// Whether the call gets its result here: it is to fail, was prepared, or must not happen.
+bool isSettled(Call& call, LastErrorScope& lastError) {
+  if (const FailRule* rule = monitor().begin(call); rule != nullptr) {
+    fail(call, rule->error, lastError);
+    return true;
+  }
+  return monitor().answered(call, lastError) || isNullRelease(call) ||
+         (HeapGuard::guards(call) && !HeapGuard::before(call));
+}
+
+const void* before(Call& call) {
+  if (!concerns(call)) {
+    return call.function->original;
+  }
+  LastErrorScope lastError;
+  checkRulesOfJni(call);
+  const bool settled = isSettled(call, lastError);
+  const Effect& effect = call.function->facts.effect;
+  const uint64_t item = call.words[effect.argument];
+  if (effect.move == Effect::Move::kAsksFor) {
+    accounts().open(effect.account, item, call.function->name);
+  } else if (effect.move == Effect::Move::kCloses && item != 0 && !HeapGuard::guards(call)) {
+    accounts().close(effect.account, item, call.function->name);
+  }
+  return settled ? nullptr : fakeOf(call.function->name, call.function->original);
+}
+
+void replace(const void** slot, const void* value) {
+  DWORD protection = 0;
+  VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+  *slot = value;
+  VirtualProtect(slot, sizeof *slot, protection, &protection);
+}
+
+/// All objects of a class share their table of methods: what others call passes unseen.
+void hookMethods(void* object, std::string_view names) {
+  auto** const table = *static_cast<const void***>(object);
+  for (const Function* method : methodsOf(names)) {
+    const void** const slot = table + method->slot;
+    replace(slot, stubFor(std::string(method->name), *method, *slot));
+  }
+}
+
+void book(const Call& call) {
+  const Function& facts = call.function->facts;
+  const Effect& effect = facts.effect;
+  if (!facts.succeeded(call.result) || (facts.applies != nullptr && !facts.applies(call))) {
+    return;
+  }
+  if (effect.move == Effect::Move::kOpensResult) {
+    accounts().open(effect.account, call.result, call.function->name);
+  } else if (effect.move == Effect::Move::kOpensAt) {
+    const uint64_t item = *reinterpret_cast<const uint64_t*>(call.words[effect.argument]);
+    accounts().open(effect.account, item, call.function->name);
+    if (!effect.methods.empty()) {
+      hookMethods(reinterpret_cast<void*>(item), effect.methods);
+    }
+  }
+}
+
+/// A function that was looked up is led past the monitor as an imported one is.
+void hookLookedUp(Call& call) {
+  const std::string name = reinterpret_cast<const char*>(call.words[1]);
+  const Function* const facts = findFunction(name);
+  if (facts == nullptr) {
+    violation("the table of functions lacks the looked-up " + name);
+  } else if (call.result != 0) {
+    const auto* original = reinterpret_cast<const void*>(call.result);
+    call.result = reinterpret_cast<uint64_t>(stubFor(name, *facts, original));
+  }
+}
+
+void after(Call& call) {
+  if (!concerns(call)) {
+    return;
+  }
+  LastErrorScope lastError;
+  if (HeapGuard::guards(call)) {
+    HeapGuard::after(call);
+    lastError.set(HeapGuard::kLastError);
+    return;
+  }
+  book(call);
+  if (call.function->name == "GetProcAddress" && call.words[1] > 0xFFFF) {
+    hookLookedUp(call);
+  }
+}
+
+/// Calls `visit(name, slot)` for each function that the module imports by name.
+template <class Visit>
+void forEachImport(uint8_t* base, const IMAGE_OPTIONAL_HEADER64& header, const Visit& visit) {
+  const auto& directory = header.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  const auto* import =
+      reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+  for (; import->Name != 0; ++import) {
+    const auto* names =
+        reinterpret_cast<const IMAGE_THUNK_DATA64*>(base + import->OriginalFirstThunk);
+    auto* slots = reinterpret_cast<const void**>(base + import->FirstThunk);
+    for (; names->u1.AddressOfData != 0; ++names, ++slots) {
+      if (!IMAGE_SNAP_BY_ORDINAL64(names->u1.Ordinal)) {
+        const auto* entry =
+            reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+        visit(std::string(reinterpret_cast<const char*>(entry->Name)), slots);
+      }
+    }
+  }
+}
+
+}  // namespace
+
+const void* stubFor(const std::string& name, const Function& facts, const void* original) {
+  struct Stub {
+    HookedFunction function;
+    const void* address = nullptr;
+  };
+  static std::map<std::string, Stub> stubs;
+  const auto [found, isNew] = stubs.try_emplace(name);
+  if (isNew) {
+    found->second.function = {name, original, before, after, facts};
+    found->second.address = makeStub(found->second.function);
+  }
+  return found->second.address;
+}
+
+std::vector<std::string> hookImports(HMODULE module) {
+  auto* const base = reinterpret_cast<uint8_t*>(module);
+  const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+  const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew);
+  libraries.push_back({base, base + headers->OptionalHeader.SizeOfImage});
+  std::vector<std::string> unknown;
+  forEachImport(base, headers->OptionalHeader, [&](const std::string& name, const void** slot) {
+    const Function* const facts = findFunction(name);
+    if (facts == nullptr) {
+      unknown.push_back(name);
+    } else if (facts->failure != Failure::kUntouched) {
+      replace(slot, stubFor(name, *facts, *slot));
+    }
+  });
+  return unknown;
+}
+
+}  // namespace bed
