@@ -37,7 +37,8 @@ public final class Reboot {
     /** What waits on the NT family, each as {@code path} to delete it or {@code path > target}. */
     public static List<String> pending() {
         IntByReference size = new IntByReference((int) DATA.size());
-        int result = RawRegistry.call("RegGetValueW", RawRegistry.MACHINE, MANAGER, PENDING, ANY_TYPE, null, DATA, size);
+        int result = RawRegistry.call(
+                "RegGetValueW", RawRegistry.MACHINE, MANAGER, PENDING, ANY_TYPE, null, DATA, size);
         String text = new String(DATA.getByteArray(0, result == 0 ? size.getValue() : 0), StandardCharsets.UTF_16LE);
         List<String> pending = new ArrayList<>();
         String[] texts = text.replaceAll("(?<=^|\0)(!?)\\\\\\?\\?\\\\", "$1").split("\0", -1);

@@ -58,10 +58,6 @@ class Win32LibraryTest {
         return String.join("\n", load(List.of(options), List.of()));
     }
 
-    private List<String> loadIn(List<String> folders) throws Exception {
-        return load(List.of(), folders);
-    }
-
     private List<Path> filesIn(String place) throws IOException {
         try (var files = Files.walk(temporary.resolve(place))) {
             return files.filter(Files::isRegularFile).toList();
@@ -77,7 +73,7 @@ class Win32LibraryTest {
                 Files.createFile(place("tmp/corvane_win32-3.0").resolve("corvane_win32-3.0.dll")));
 
         int loads = 20;
-        assertEquals(Collections.nCopies(loads, LOADED), loadIn(Collections.nCopies(loads, "tmp")));
+        assertEquals(Collections.nCopies(loads, LOADED), load(List.of(), Collections.nCopies(loads, "tmp")));
         assertFalse(Files.exists(left.getParent()));
         assertTrue(Files.exists(aboutToBeFilled) && filesIn("tmp").containsAll(others));
         int kept = filesIn("tmp").size() - others.size();
@@ -109,8 +105,14 @@ class Win32LibraryTest {
     /** It puts its own DLL in the place of the copy, or something into it, in every way. */
     private List<Attack> attacks() throws IOException {
         Path foreign = Files.copy(Path.of(System.getProperty("corvane.test.support")), temporary.resolve("foreign"));
+        Path prepared = temporary.resolve("prepared");
         return List.of(
-                copy -> Files.move(Files.createLink(aside(), foreign), copy, StandardCopyOption.ATOMIC_MOVE),
+                copy -> {
+                    if (!Files.exists(prepared)) {
+                        Files.createLink(prepared, foreign);
+                    }
+                    Files.move(prepared, copy, StandardCopyOption.ATOMIC_MOVE);
+                },
                 copy -> {
                     Files.move(copy, aside());
                     Files.createLink(copy, foreign);
@@ -125,7 +127,7 @@ class Win32LibraryTest {
     private void replaceFolder(Path copy) throws IOException {
         Files.move(copy.getParent(), aside());
         Files.createDirectory(copy.getParent());
-        Files.copy(temporary.resolve("foreign"), copy);
+        Files.createLink(copy, temporary.resolve("foreign"));
     }
 
     @Test
@@ -149,8 +151,9 @@ class Win32LibraryTest {
                 }
             }
         });
+        attacker.setDaemon(true);
         attacker.start();
-        List<String> outcomes = loadIn(Collections.nCopies(20, "tmp"));
+        List<String> outcomes = load(List.of(), Collections.nCopies(20, "tmp"));
         attacker.interrupt();
         attacker.join();
         assertEquals(Collections.nCopies(20, LOADED), outcomes);
@@ -183,7 +186,7 @@ class Win32LibraryTest {
         String lacking = place("tmp\u65e5\u672c").toString();
         List<String> folders = List.of("tmp", "", "a<b>|", "\0", "missing", lacking);
 
-        List<String> complaints = loadIn(folders);
+        List<String> complaints = load(List.of(), folders);
         assertEquals(LOADED, complaints.get(0));
         for (String complaint : complaints.subList(1, folders.size())) {
             assertTrue(complaint.startsWith("java.lang.UnsatisfiedLinkError: Cannot unpack")
@@ -192,12 +195,12 @@ class Win32LibraryTest {
         assertTrue(complaints.get(5).contains("code page"), complaints.toString());
 
         place("local/Temp");
-        assertEquals(Collections.nCopies(folders.size(), LOADED), loadIn(folders));
+        assertEquals(Collections.nCopies(folders.size(), LOADED), load(List.of(), folders));
         assertEquals(List.of(), filesIn(lacking));
         assertTrue(filesIn("tmp").size() == 1 && !filesIn("local").isEmpty());
         place("all");
         Files.move(temporary.resolve("local"), temporary.resolve("gone"));
-        assertEquals(List.of(LOADED), loadIn(List.of("missing")));
+        assertEquals(List.of(LOADED), load(List.of(), List.of("missing")));
         assertEquals(1, filesIn("all").size());
     }
 
