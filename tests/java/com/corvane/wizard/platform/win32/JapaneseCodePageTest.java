@@ -31,6 +31,8 @@ import org.junit.jupiter.api.extension.ExtendWith;
 @ExtendWith(TestBed.class)
 class JapaneseCodePageTest {
 
+    private static final int HKCU = Win32RegistryServiceImpl.HKEY_CURRENT_USER;
+
     private static final String JAPANESE = "\u65E5\u672C\u8A9E";
 
     /** Its second byte in this code page is that of a backslash. */
@@ -52,13 +54,13 @@ class JapaneseCodePageTest {
     void textGoesInAndOut() throws Exception {
         assertEquals("MS932", System.getProperty("sun.jnu.encoding"), "the code page must be 932");
         for (String text : new String[] {JAPANESE, BACKSLASH_INSIDE, "a" + JAPANESE + "b", "\uFF71\uFF72"}) {
-            registry.createKey(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, text);
-            registry.setStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY + "\\" + text, text, false, text);
-            assertEquals(text, registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY + "\\" + text, text, false));
-            assertArrayEquals(new String[] {text}, registry.getKeyValueNames(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY + "\\" + text));
+            registry.createKey(HKCU, KEY, text);
+            registry.setStringValue(HKCU, KEY + "\\" + text, text, false, text);
+            assertEquals(text, registry.getStringValue(HKCU, KEY + "\\" + text, text, false));
+            assertArrayEquals(new String[] {text}, registry.getKeyValueNames(HKCU, KEY + "\\" + text));
             assertEquals(REG_SZ, RawRegistry.type(KEY + "\\" + text, text), "the same names for the wide functions");
-            assertArrayEquals(new String[] {text}, registry.getSubkeyNames(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY));
-            registry.deleteKey(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, text, true);
+            assertArrayEquals(new String[] {text}, registry.getSubkeyNames(HKCU, KEY));
+            registry.deleteKey(HKCU, KEY, text, true);
         }
     }
 
@@ -70,7 +72,7 @@ class JapaneseCodePageTest {
             Windows.W98.use();
             Hooks.capture("RegSetValueExA", 4, 2 * text.length());
             Hooks.arm();
-            registry.setStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false, text);
+            registry.setStringValue(HKCU, KEY, "v", false, text);
             assertEquals(2 * text.length(), Call.only("RegSetValueExA").number(5));
             byte[] expected = Arrays.copyOf(ansi(text), 2 * text.length());
             assertArrayEquals(expected, Call.only("RegSetValueExA").bytes(4));
@@ -79,8 +81,8 @@ class JapaneseCodePageTest {
 
     @Test
     void whatTheCodePageLacksBecomesItsDefault() throws Exception {
-        registry.setStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false, "a\u20ACb\u0E01");
-        assertEquals("a?b?", registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false));
+        registry.setStringValue(HKCU, KEY, "v", false, "a\u20ACb\u0E01");
+        assertEquals("a?b?", registry.getStringValue(HKCU, KEY, "v", false));
     }
 
     /** A two-byte character that the end of the data cuts in half gives no text that is longer. */
@@ -90,21 +92,21 @@ class JapaneseCodePageTest {
         Arrays.fill(full, (byte) 'x');
         full[511] = ansi(JAPANESE)[0];
         Hooks.answerValue(REG_SZ, full);
-        String text = registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false);
+        String text = registry.getStringValue(HKCU, KEY, "v", false);
         assertTrue(text.startsWith("x".repeat(511)) && text.length() <= 512, text);
 
         Hooks.reset();
         Windows.W98.use();
         Hooks.answerValue(REG_SZ, ansi("x".repeat(511) + JAPANESE));
         Hooks.arm();
-        assertEquals("x".repeat(511) + JAPANESE, registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", false));
+        assertEquals("x".repeat(511) + JAPANESE, registry.getStringValue(HKCU, KEY, "v", false));
     }
 
     @Test
     void listsKeepTheirNulsOnTheWayIn() throws Exception {
         byte[] expected = ansi(JAPANESE + "\0\0" + BACKSLASH_INSIDE + "\0\0");
         Hooks.capture("RegSetValueExA", 4, expected.length);
-        registry.setMultiStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", new String[] {JAPANESE, "", BACKSLASH_INSIDE});
+        registry.setMultiStringValue(HKCU, KEY, "v", new String[] {JAPANESE, "", BACKSLASH_INSIDE});
         assertEquals(expected.length, Call.only("RegSetValueExA").number(5));
         assertArrayEquals(expected, Call.only("RegSetValueExA").bytes(4));
         assertArrayEquals(utf16(JAPANESE + "\0\0" + BACKSLASH_INSIDE + "\0\0"), RawRegistry.data(KEY, "v"));
@@ -117,11 +119,11 @@ class JapaneseCodePageTest {
     @Test
     void listsEndInAnEmptyTextForEachTwoByteCharacter() throws Exception {
         RawRegistry.set(KEY, "v", REG_MULTI_SZ, utf16("a\0" + JAPANESE + "\0\0"));
-        assertArrayEquals(new String[] {"a", JAPANESE, "", "", ""}, registry.getMultiStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v"));
+        assertArrayEquals(new String[] {"a", JAPANESE, "", "", ""}, registry.getMultiStringValue(HKCU, KEY, "v"));
 
         String item = JAPANESE.repeat(300);
         RawRegistry.set(KEY, "v", REG_MULTI_SZ, utf16(item + "\0" + item + "\0\0"));
-        String[] texts = registry.getMultiStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v");
+        String[] texts = registry.getMultiStringValue(HKCU, KEY, "v");
         assertEquals(item, texts[0]);
         assertEquals(item, texts[1]);
         // A buffer of the exact size has no more characters than the text: nothing follows.
@@ -147,7 +149,7 @@ class JapaneseCodePageTest {
         Hooks.capture("ExpandEnvironmentStringsA", 0, 9);
         Hooks.answer("ExpandEnvironmentStringsA", expanded.length);
         Hooks.answer("ExpandEnvironmentStringsA", expanded.length, 1, expanded);
-        assertEquals("C:\\" + JAPANESE, registry.getStringValue(Win32RegistryServiceImpl.HKEY_CURRENT_USER, KEY, "v", true));
+        assertEquals("C:\\" + JAPANESE, registry.getStringValue(HKCU, KEY, "v", true));
         for (Call call : Call.of("ExpandEnvironmentStringsA")) {
             assertArrayEquals(ansi("%" + JAPANESE + "%\0"), call.bytes(0));
         }
