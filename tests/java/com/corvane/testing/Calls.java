@@ -40,7 +40,7 @@ public final class Calls {
                 .map(call -> call.replace('\t', ' ')).toList();
     }
 
-    /** Nothing, or what was expected beside what came. */
+    /** Nothing, or what was expected beside what came; none of them may be right, too. */
     List<String> differences(boolean mayBeNone) {
         List<List<String>> came = came();
         StringBuilder table = new StringBuilder();
@@ -55,7 +55,8 @@ public final class Calls {
                 table.append("\n      came           ").append(String.join(" ", call));
             }
         }
-        return differs && !(mayBeNone && came.isEmpty()) ? List.of("the calls that the scene names" + table) : List.of();
+        boolean fail = differs && !(mayBeNone && came.isEmpty());
+        return fail ? List.of("the calls that the scene names" + table) : List.of();
     }
 
     private List<List<String>> came() {

@@ -36,8 +36,8 @@ final class Native {
         this.stage = stage;
         List<String> words = WORD.matcher(call).results().map(MatchResult::group).toList();
         method = SERVICES.stream().flatMap(service -> Arrays.stream(classOf(service).getMethods()))
-                .filter(found -> found.getName().equals(words.get(0)) && Modifier.isNative(found.getModifiers())).findAny()
-                .orElseThrow(() -> new AssertionError("no native has this name: " + words.get(0)));
+                .filter(found -> found.getName().equals(words.get(0)) && Modifier.isNative(found.getModifiers()))
+                .findAny().orElseThrow(() -> new AssertionError("no native has this name: " + words.get(0)));
         Class<?>[] types = method.getParameterTypes();
         if (types.length != words.size() - 1) {
             throw new AssertionError("wrong number of arguments: " + call);

@@ -108,9 +108,11 @@ final class Scene {
     /** Sets the stage and has Windows do from now on what the scene says. */
     void prepare(Windows system) throws IOException {
         stage.set(Words.of(clause("files")), has("registry"), text("waiting"));
-        for (String call : clause("first").split("; ")) {
-            if (!call.isEmpty()) {
-                new Native(call, stage).outcome();
+        for (String call : has("first") ? clause("first").split("; ") : new String[0]) {
+            String[] sides = call.split(" => ", 2);
+            String outcome = new Native(sides[0], stage).outcome();
+            if (sides.length == 2 && !outcome.equals(sides[1])) {
+                throw new AssertionError("first " + call + ", but it came to " + outcome);
             }
         }
         Hooks.reset();

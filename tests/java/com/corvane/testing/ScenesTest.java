@@ -55,7 +55,7 @@ class ScenesTest {
         for (SceneFile.Section section : new SceneFile(file).sections()) {
             for (Scene scene : section.scenes()) {
                 tests.add(DynamicTest.dynamicTest(section.heading(), () -> {
-                    String said = assertThrows(AssertionError.class, () -> scene.play(scene.systems().get(scene.systems().size() - 1))).getMessage();
+                    String said = assertThrows(AssertionError.class, () -> scene.play(Windows.W10)).getMessage();
                     assertTrue(said.contains(section.heading()), said);
                 }));
             }

@@ -33,11 +33,11 @@ final class Sweep {
     private static final Pattern CLEAN_UP = Pattern.compile("(RegCloseKey|CloseHandle|FreeLibrary|LocalFree|FindClose"
             + "|UnmapViewOfFile|FreeSid|IMalloc::Free|I\\w+::Release|free|[GS]etLastError|RtlNtStatusToDosError|GetACP"
             + "|GetVersionExA|FormatMessage[AW]|MultiByteToWideChar|WideCharToMultiByte|malloc|calloc|realloc"
-            + "|SetErrorMode [0-5]|SHGetMalloc|SetFileAttributes[AW] ~\\\\\\w+ 33|AdjustTokenPrivileges 0 0 x\\w{24}0{8}"
+            + "|SetErrorMode [0-5]|SHGetMalloc|SetFileAttributes[AW] ~.\\w+ 33|AdjustTokenPrivileges 0 0 x\\w{24}0{8}"
             + "|Release\\w+|Delete(Local|Global)Ref|Exception\\w+|GetMethodID (<init>|setSeverity)|NewString|NewObjectV"
             + "|CallVoidMethodV|FindClass com/corvane/wizard/service/ServiceException|Throw)( .*)?");
 
-    /** {@code WHEN => OUTCOME or OUTCOME -> FALLBACK}: when a call that begins so fails, one of these comes of it. */
+    /** {@code CALL => OUTCOME or OUTCOME -> FALLBACK}: when a call that begins so fails, one of these comes of it. */
     private record Rule(Pattern when, String outcomes, Pattern fallback) {
 
         static Rule of(String text) {
@@ -83,7 +83,10 @@ final class Sweep {
         after = state();
         int calls = Hooks.failable(false);
         int jniCalls = Hooks.failable(true);
-        note("the good call", "", good);
+        note("the good call", false);
+        if (calls + jniCalls == 0) {
+            differences.add("no call could fail");
+        }
         TestBed.unused().forEach(unused -> differences.add("the good call: " + unused));
         scene.prepare(system);
         before = state();
@@ -112,30 +115,34 @@ final class Sweep {
         for (int nth = 1; nth <= count; ++nth) {
             int number = nth;
             String outcome = run(() -> Hooks.failNth(jni, number, false));
+            String run = (jni ? "JNI call " : "call ") + nth + " of " + count;
             int at = Hooks.failed();
             if (at < 0) {
-                differences.add((jni ? "JNI call " : "call ") + nth + " of " + count + " did not come");
-                continue;
-            }
-            List<String> calls = Calls.shown(stage);
-            String failed = calls.get(at);
-            List<String> work = calls.stream().skip(at + 1L).filter(later -> !CLEAN_UP.matcher(later).matches()).toList();
-            String run = (jni ? "JNI call " : "call ") + nth + " of " + count + " fails, " + failed;
-            if (!isRight(jni, outcome, failed, work.isEmpty() ? null : work.get(0))) {
-                differences.add(run + ": " + brief(outcome) + "; and then " + work.stream().limit(3).toList());
-            }
-            note(run, failed, outcome);
-            String state = state();
-            if (!isRightState(outcome + " / " + failed, state)) {
-                differences.add(run + ": " + brief(outcome) + ", and left this:\n" + state);
+                differences.add(run + " did not come");
+            } else {
+                judge(run, jni, outcome, Calls.shown(stage), at);
             }
         }
     }
 
-    private void note(String run, String failed, String outcome) {
+    private void judge(String call, boolean jni, String outcome, List<String> calls, int at) {
+        String failed = calls.get(at);
+        String run = call + " fails, " + failed;
+        List<String> work = calls.stream().skip(at + 1L).filter(later -> !CLEAN_UP.matcher(later).matches()).toList();
+        if (!isRight(jni, outcome, failed, work.isEmpty() ? null : work.get(0))) {
+            differences.add(run + ": " + brief(outcome) + "; and then " + work.stream().limit(3).toList());
+        }
+        note(run, true);
+        String state = state();
+        if (!isRightState(outcome + " / " + failed, state)) {
+            differences.add(run + ": " + brief(outcome) + ", and left this:\n" + state);
+        }
+    }
+
+    private void note(String run, boolean mayEndEarly) {
         List<String> complaints = TestBed.complaints();
         if (scene.has("calls")) {
-            complaints.addAll(new Calls(scene.clause("calls"), system, stage).differences(!failed.isEmpty()));
+            complaints.addAll(new Calls(scene.clause("calls"), system, stage).differences(mayEndEarly));
         }
         complaints.forEach(complaint -> differences.add(run + ": " + complaint));
     }

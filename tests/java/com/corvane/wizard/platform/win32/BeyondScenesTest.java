@@ -93,17 +93,6 @@ class BeyondScenesTest {
         assertFalse(registry.keyExists(HKEY_CURRENT_USER, KEY + "\\tree"));
     }
 
-    /** Whatever bytes of the heap lie beside it. */
-    @ParameterizedTest
-    @EnumSource(names = {"W98", "W10"})
-    void anEmptyTextIsStoredAsOneZero(Windows system) throws Exception {
-        begin(system);
-        for (int round = 0; round < 20; ++round) {
-            registry.setStringValue(HKEY_CURRENT_USER, KEY, "v", false, "");
-            assertArrayEquals(new byte[system.isAnsi() ? 2 : 1], RawRegistry.data(KEY, "v"));
-        }
-    }
-
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
     void aHundredNamesAreTriedForAProbe(Windows system) {
