@@ -54,6 +54,7 @@ constexpr std::string_view kAccountNames[] = {
     "SID",
     "item list",
     "interface",
+    "station or desktop",
 };
 
 std::string describe(Account account, uint64_t item) {

@@ -26,6 +26,8 @@ enum class Account {
   /// A place in the shell's name space.
   kItemList,
   kInterface,
+  /// A window station or a desktop.
+  kDesktop,
 };
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
@@ -34,13 +36,15 @@ struct Effect {
   enum class Move { kNothing, kOpensResult, kOpensAt, kCloses } move = Move::kNothing;
   Account account = Account::kNone;
   int argument = 0;
+  /// How many items there are, side by side, where the argument points.
+  int items = 1;
 };
 
 constexpr Effect opensResult(Account account) {
   return {Effect::Move::kOpensResult, account, 0};
 }
-constexpr Effect opensAt(Account account, int argument) {
-  return {Effect::Move::kOpensAt, account, argument};
+constexpr Effect opensAt(Account account, int argument, int items = 1) {
+  return {Effect::Move::kOpensAt, account, argument, items};
 }
 constexpr Effect closes(Account account, int argument) {
   return {Effect::Move::kCloses, account, argument};

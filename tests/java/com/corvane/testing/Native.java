@@ -26,6 +26,8 @@ final class Native {
     }
 
     private final Work work;
+    /** The program that it runs, if any. */
+    private Requested request;
 
     /** {@code words} are the arguments; a list is one of them. */
     Native(String name, List<String> words, Stage stage) {
@@ -39,10 +41,13 @@ final class Native {
         Object[] arguments = new Object[types.length];
         for (int index = 0; index < types.length; ++index) {
             arguments[index] = argument(types[index], words.get(index), stage);
+            request = arguments[index] instanceof Requested requested ? requested : request;
         }
         work = () -> {
             try {
-                Object result = method.invoke(method.getDeclaringClass().getConstructor().newInstance(), arguments);
+                Object service = request != null ? request.service()
+                        : method.getDeclaringClass().getConstructor().newInstance();
+                Object result = method.invoke(service, arguments);
                 return method.getReturnType() == void.class ? "done" : result;
             } catch (InvocationTargetException thrown) {
                 throw thrown.getCause();
@@ -99,6 +104,10 @@ final class Native {
             return HexFormat.of().parseHex(Words.spelledOut(word).substring(1).replace("_", ""));
         }
         List<String> items = items(word);
+        if (type == Object.class) {
+            return new Requested(items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
+                    .toList());
+        }
         return type == String[].class
                 ? items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
                         .toArray(String[]::new)
@@ -137,6 +146,11 @@ final class Native {
         } catch (Throwable thrown) {
             return stage.shown(shown(thrown));
         }
+    }
+
+    /** What the program that it ran was told, as a scene writes it after the outcome. */
+    String told() {
+        return request == null ? "" : request.told();
     }
 
     private static String shown(Throwable thrown) {

@@ -136,7 +136,8 @@ final class Scene {
         Hooks.arm();
         for (int index = 0; index < natives.size(); ++index) {
             Step step = steps.get(index);
-            compare("outcome of " + step.text(), expected(step.outcome(), stage), natives.get(index).outcome(stage));
+            compare("outcome of " + step.text(), expected(step.outcome(), stage),
+                    natives.get(index).outcome(stage) + natives.get(index).told());
         }
         Hooks.disarm();
     }
