@@ -95,8 +95,8 @@ void JavaObject::callVoidMethodInt(const WString& name, jint value) const {
 void JavaObject::callVoidMethodIntEach(const WString& name,
                                        std::span<const signed char> values) const {
   const auto method = findMethod<void(jint)>(env_, class_.get(), kVoidMethodInt, name, "(I)V");
-  for (const jint value : values) {
-    method.invoke(object_.get(), value);
+  for (const signed char value : values) {
+    method.invoke(object_.get(), static_cast<jint>(value));
     throwIfThrown(env_);
   }
 }
