@@ -18,6 +18,7 @@ ROOMS = {
     "registry": "bridge/win32",
     "security": "bridge/win32",
     "environment": "bridge/win32 registry",
+    "process": "bridge/win32 bridge/java",
     "product": "bridge/win32 registry security",
     "file/properties": "bridge/win32 bridge/java security",
     "file/in_use": "bridge/win32 file/properties",

@@ -11,6 +11,12 @@
 namespace bed {
 namespace {
 
+/// The library takes over what stands in for a pipe.
+bool isOfOutput(const Call& call) {
+  const auto which = static_cast<DWORD>(call.words[0]);
+  return which == STD_OUTPUT_HANDLE || which == STD_ERROR_HANDLE;
+}
+
 bool allocatesText(const Call& call) {
   return (call.words[0] & FORMAT_MESSAGE_ALLOCATE_BUFFER) != 0;
 }
@@ -148,6 +154,40 @@ constexpr Function kWin32Functions[] = {
     {"SetSecurityDescriptorGroup", "-wn", kZero},
     {"SetSecurityDescriptorOwner", "-wn", kZero},
 
+    // Programs that are run. The ends of a pipe stand side by side in the library.
+    {"AddAccessAllowedAce", "-nn9", kZero},
+    {"AddAce", "-nndn", kZero},
+    {"CloseDesktop", "w", kCannotFail, closes(Account::kDesktop, 0)},
+    {"CloseWindowStation", "w", kCannotFail, closes(Account::kDesktop, 0)},
+    {"CopySid", "n-", kZero},
+    {"CreatePipe", "--in", kZero, opensAt(Account::kHandle, 0, 2)},
+    {"CreateProcessA", "ttppnnpps", kZero, opensAt(Account::kHandle, 9, 2)},
+    {"CreateProcessAsUserA", "wttppnnpps", kZero, opensAt(Account::kHandle, 10, 2)},
+    {"CreateProcessWithLogonW", "tttnttnpps", kZero, opensAt(Account::kHandle, 10, 2)},
+    {"GetAce", "-n", kZero},
+    {"GetAclInformation", "--nn", kZero},
+    {"GetExitCodeProcess", "w", kZero},
+    {"GetLengthSid"},
+    {"GetProcessWindowStation", "", kZero},
+    {"GetSecurityDescriptorDacl", "", kZero},
+    {"GetStdHandle", "n", kCannotFail, opensResult(Account::kHandle), 0, 0, isOfOutput},
+    {"GetUserObjectSecurity", "wipn", kZero},
+    {"ImpersonateLoggedOnUser", "w", kZero},
+    {"InitializeAcl", "-nn", kZero},
+    {"LogonUserA", "tttnn", kZero, opensAt(Account::kHandle, 5)},
+    {"OpenDesktopA", "tnnn", kZero, opensResult(Account::kDesktop)},
+    {"OpenWindowStationA", "tnn", kZero, opensResult(Account::kDesktop)},
+    {"PeekNamedPipe", "wpnp-p", kZero},
+    {"ReadFile", "w-n-p", kZero},
+    {"RevertToSelf"},
+    {"SetProcessWindowStation", "w", kZero},
+    {"SetSecurityDescriptorDacl", "-npn", kZero},
+    {"SetUserObjectSecurity", "wi", kZero},
+    {"Sleep", "n"},
+    {"WaitForInputIdle", "wn", kMinusOne},
+    {"WaitForSingleObject", "wn", kMinusOne},
+    {"WriteFile", "w-n-p", kZero},
+
     // The process.
     {"GetCurrentProcess"},
     {"GetCurrentThread"},
@@ -219,8 +259,8 @@ constexpr std::string_view kUntouchedFunctions[] = {
     "CreateSemaphoreW", "DeleteCriticalSection", "EnterCriticalSection",
     "GetCurrentThreadId", "InitializeCriticalSection", "IsDBCSLeadByteEx", "LeaveCriticalSection",
     "RaiseException", "ReleaseSemaphore", "RtlCaptureContext",
-    "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "Sleep", "TlsAlloc", "TlsFree",
-    "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery", "WaitForSingleObject",
+    "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "TlsAlloc", "TlsFree",
+    "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery",
     "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
     "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
     "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",

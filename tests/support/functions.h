@@ -26,6 +26,7 @@ constexpr std::string_view kSid = "SID";
 /// A place in the shell's name space.
 constexpr std::string_view kItemList = "item list";
 constexpr std::string_view kInterface = "interface";
+constexpr std::string_view kDesktop = "station or desktop";
 }  // namespace Account
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
@@ -37,6 +38,8 @@ struct Effect {
   int argument = 0;
   /// Of an interface that is opened: how the rows of its methods begin.
   std::string_view methods = {};
+  /// How many items there are, side by side, where the argument points.
+  int items = 1;
 };
 
 constexpr Effect opensResult(std::string_view account) {
@@ -44,6 +47,9 @@ constexpr Effect opensResult(std::string_view account) {
 }
 constexpr Effect opensAt(std::string_view account, int argument, std::string_view methods = {}) {
   return {Effect::Move::kOpensAt, account, argument, methods};
+}
+constexpr Effect opensAt(std::string_view account, int argument, int items) {
+  return {Effect::Move::kOpensAt, account, argument, {}, items};
 }
 constexpr Effect asksFor(std::string_view account, int argument) {
   return {Effect::Move::kAsksFor, account, argument};
@@ -87,6 +93,7 @@ struct Function {
   ///     i  where a 32-bit number stands       q  where a 64-bit number stands
   ///     d  bytes; the next argument is their number       6  as many bytes as the digit
   ///     o  a security descriptor: whose it makes something
+  ///     s  how a program is started: desktop, size, flags, window, and its three handles
   std::string_view signature = {};
   Failure failure = Failure::kCannotFail;
   Effect effect = {};

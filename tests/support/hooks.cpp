@@ -93,10 +93,12 @@ void book(const Call& call) {
   if (effect.move == Effect::Move::kOpensResult) {
     accounts().open(effect.account, call.result, call.function->name);
   } else if (effect.move == Effect::Move::kOpensAt) {
-    const uint64_t item = *reinterpret_cast<const uint64_t*>(call.words[effect.argument]);
-    accounts().open(effect.account, item, call.function->name);
+    const auto* items = reinterpret_cast<const uint64_t*>(call.words[effect.argument]);
+    for (int index = 0; index < effect.items; ++index) {
+      accounts().open(effect.account, items[index], call.function->name);
+    }
     if (!effect.methods.empty()) {
-      hookMethods(reinterpret_cast<void*>(item), effect.methods);
+      hookMethods(reinterpret_cast<void*>(*items), effect.methods);
     }
   }
 }

@@ -85,6 +85,20 @@ std::wstring showDescriptor(const SECURITY_DESCRIPTOR* descriptor) {
   return more ? text + L" and more" : text;
 }
 
+/// How a program is started: its desktop, what of the rest is given, its window, and its handles.
+std::wstring showStartup(bool wide, const STARTUPINFOA* startup) {
+  std::wstring text = showText(wide, reinterpret_cast<uint64_t>(startup->lpDesktop));
+  for (const uint64_t number : {uint64_t{startup->cb},
+                                uint64_t{startup->dwFlags},
+                                uint64_t{startup->wShowWindow},
+                                reinterpret_cast<uint64_t>(startup->hStdInput),
+                                reinterpret_cast<uint64_t>(startup->hStdOutput),
+                                reinterpret_cast<uint64_t>(startup->hStdError)}) {
+    text += L'\t' + showNumber(number);
+  }
+  return text;
+}
+
 std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
   const uint64_t value = *word;
   switch (letter) {
@@ -107,6 +121,8 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
       return value == 0 ? L"null" : showNumber(*at<uint64_t>(value));
     case 'o':
       return value == 0 ? L"null" : showDescriptor(at<SECURITY_DESCRIPTOR>(value));
+    case 's':
+      return showStartup(wide, at<STARTUPINFOA>(value));
     case 'd':
       return value == 0 ? L"null" : showBytes(at<uint8_t>(value), static_cast<uint32_t>(word[1]));
     default:

@@ -92,6 +92,15 @@ void JavaObject::callVoidMethodInt(const WString& name, jint value) const {
   throwIfThrown(env_);
 }
 
+void JavaObject::callVoidMethodIntEach(const WString& name,
+                                       std::span<const signed char> values) const {
+  const auto method = findMethod<void(jint)>(env_, class_.get(), kVoidMethodInt, name, "(I)V");
+  for (const signed char value : values) {
+    method.invoke(object_.get(), static_cast<jint>(value));
+    throwIfThrown(env_);
+  }
+}
+
 void JavaObject::callVoidMethod(const WString& name) const {
   findMethod<void()>(env_, class_.get(), kVoidMethod, name, "()V").invoke(object_.get());
   throwIfThrown(env_);

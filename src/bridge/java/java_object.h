@@ -3,6 +3,7 @@
 #include <jni.h>
 
 #include <cstdint>
+#include <span>
 #include <utility>
 
 #include "bridge/java/java_reference.h"
@@ -51,6 +52,10 @@ class JavaObject {
 
   /// Calls "(I)V".
   void callVoidMethodInt(const WString& name, jint value) const;
+
+  /// Calls "(I)V" for each of the values, in order, up to one that throws. The method is found once
+  /// for all of them: what is called for every byte of a long output must not ask each time.
+  void callVoidMethodIntEach(const WString& name, std::span<const signed char> values) const;
 
   /// Calls "()V".
   void callVoidMethod(const WString& name) const;

@@ -19,19 +19,34 @@ namespace corvane {
 /// What Java is told when something failed that nobody expected, memory included: no message.
 constexpr jint kUnexpectedFailure = E_FAIL;
 
+/// Does the work and returns its result. When anything is thrown, `failed()` is called in its place
+/// and the result is the default value of the type. The only place that catches them all; `failed`
+/// throws nothing.
+template <class Work, class Failed>
+auto catchAll(const Work& work, const Failed& failed) noexcept -> decltype(work()) {
+  try {
+    return work();
+  } catch (...) {
+    failed();
+  }
+  return decltype(work())();
+}
+
 /// The frame around the work of every exported function: does the work and returns its result.
 /// What is thrown is reported to Java as an unexpected failure, and Java gets the default value of
-/// the type. No C++ exception gets past it, and it is the only place that catches them all.
+/// the type. No C++ exception gets past it.
 ///
 /// This form is for natives that have no code of their own.
 template <class Work>
 auto nativeFrame(JNIEnv* env, const Work& work) noexcept -> decltype(work()) {
-  try {
-    return work();
-  } catch (...) {
-    throwServiceException(env, kUnexpectedFailure);
-  }
-  return decltype(work())();
+  return catchAll(work, [env] { throwServiceException(env, kUnexpectedFailure); });
+}
+
+/// For a native whose unexpected failures have a code of their own: whatever is thrown is reported
+/// with it, and without a message.
+template <class Work>
+auto codeOnlyFrame(JNIEnv* env, jint code, const Work& work) noexcept -> decltype(work()) {
+  return catchAll(work, [env, code] { throwServiceException(env, code); });
 }
 
 /// The same, but a Win32Failure is reported with the native's own `code` and the error as message.

@@ -9,10 +9,12 @@ import java.lang.reflect.Modifier;
 import java.util.Arrays;
 import java.util.HexFormat;
 import java.util.List;
+import java.util.Optional;
 import java.util.regex.MatchResult;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
 import java.util.stream.IntStream;
+import java.util.stream.Stream;
 
 /** A native of the library, called by its name with arguments as a scene writes them. */
 final class Native {
@@ -30,6 +32,8 @@ final class Native {
     private final Stage stage;
     private final Method method;
     private final Object[] arguments;
+    /** The program that it runs, if any. */
+    private final Optional<Requested> request;
 
     /** {@code NAME ARGUMENT...} */
     Native(String call, Stage stage) {
@@ -43,6 +47,7 @@ final class Native {
             throw new AssertionError("wrong number of arguments: " + call);
         }
         arguments = IntStream.range(0, types.length).mapToObj(at -> argument(types[at], words.get(at + 1))).toArray();
+        request = Stream.of(arguments).filter(Requested.class::isInstance).map(Requested.class::cast).findAny();
     }
 
     private static Class<?> classOf(String service) {
@@ -72,6 +77,10 @@ final class Native {
             return Words.bytes(word);
         }
         List<String> items = items(word);
+        if (type == Object.class) {
+            return new Requested(items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
+                    .toList());
+        }
         return type == String[].class
                 ? items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
                         .toArray(String[]::new)
@@ -103,18 +112,20 @@ final class Native {
         }
     }
 
-    /** What the call comes to, as a scene writes it. */
+    /** What the call comes to, as a scene writes it, and what the program that it ran was told. */
     String outcome() {
         String outcome;
         try {
-            Object result = method.invoke(method.getDeclaringClass().getConstructor().newInstance(), arguments);
+            Object service = request.isPresent() ? request.get().service()
+                    : method.getDeclaringClass().getConstructor().newInstance();
+            Object result = method.invoke(service, arguments);
             outcome = method.getReturnType() == void.class ? "done" : shown(result);
         } catch (InvocationTargetException thrown) {
             outcome = shown(thrown.getCause());
         } catch (ReflectiveOperationException failure) {
             throw new AssertionError(failure);
         }
-        return stage.shown(outcome);
+        return stage.shown(outcome) + request.map(Requested::told).orElse("");
     }
 
     /** What the last ServiceException said, without its line break. */

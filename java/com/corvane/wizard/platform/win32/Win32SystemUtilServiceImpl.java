@@ -2,7 +2,7 @@ package com.corvane.wizard.platform.win32;
 
 import com.corvane.wizard.service.ServiceException;
 
-/** What the system tells about itself. */
+/** What the system tells about itself, and programs that are run. */
 public class Win32SystemUtilServiceImpl {
 
     static {
@@ -39,4 +39,34 @@ public class Win32SystemUtilServiceImpl {
      * @throws ServiceException -70009; its message ends in "(4294967295)" when it is on no drive
      */
     public native String getBootDirectory() throws ServiceException;
+
+    /**
+     * Runs a program, hands what it writes to Java and returns when it has ended. The command line is the
+     * program in quotes, a blank and the arguments. The output comes first, byte by byte while the program
+     * runs, and then all that went to the standard error; both streams are flushed and closed at the end,
+     * whatever happened. When nobody reads on (the stream throws), what it threw is what this throws, and the
+     * program's next write fails. Windows: CreateProcessA, PeekNamedPipe.
+     *
+     * <p>When the request has a user, password or workgroup, the program runs as that user, on the desktop of
+     * the one who sits there, to which that logon is given access for as long as it exists. Where Windows
+     * does not let that happen, {@link #LogWarning} is told; on Windows 2000 its logon service is tried then,
+     * which passes no output. Windows: LogonUserA, CreateProcessAsUserA, CreateProcessWithLogonW.
+     *
+     * @param request a {@link ProcessRequest}, or another object that has its methods; null is refused
+     * @param showWindow how its window is first shown, such as {@link ProcessRequest#WINDOW_HIDDEN}
+     * @throws ServiceException -110203 when the program cannot be started; -110202 when it cannot be started
+     *     as that user; -110201 for another user on Windows 95, 98 and ME, without a message; -110200 for
+     *     whatever else fails, without a message, such as a method that the request lacks
+     */
+    public native void nativeExecuteProcess(Object request, int showWindow) throws ServiceException;
+
+    /**
+     * Is called with what is worth knowing and no failure by itself: that a program could not be started as
+     * another user, and why. Does nothing; an installer that writes a log overrides it.
+     *
+     * @param text a code, a colon and the system's message
+     */
+    public void LogWarning(String text) {
+        // Not everybody writes a log.
+    }
 }

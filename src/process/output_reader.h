@@ -1,0 +1,36 @@
+#pragma once
+
+#include "process/child_process.h"
+#include "process/kept_bytes.h"
+#include "process/output_pipes.h"
+
+namespace corvane {
+
+/// Hands what a child writes to the request's streams, as long as it runs: all of its output, and
+/// then all of its errors, never mixed.
+///
+/// A child that fills the pipe for errors stands still until somebody reads it. So when there was
+/// no output for a second, the errors that stand in their pipe are taken out and kept for their
+/// turn.
+class OutputReader {
+ public:
+  OutputReader(const ChildProcess& child, const OutputPipes& pipes) noexcept
+      : child_(child), pipes_(pipes) {}
+
+  /// Throws JavaException when a stream refuses what it is given.
+  void drainInto(const ProcessRequest& request);
+
+ private:
+  void drainOutput(const RequestStream& stream);
+  void drainErrors(const RequestStream& stream);
+  void awaitOutput();
+  bool keepErrors();
+
+  const ChildProcess& child_;
+  const OutputPipes& pipes_;
+  KeptBytes errors_;
+  DWORD waited_ = 0;
+  DWORD pause_ = 0;
+};
+
+}  // namespace corvane
