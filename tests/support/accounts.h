@@ -34,13 +34,15 @@ struct Effect {
   enum class Move { kNothing, kOpensResult, kOpensAt, kCloses } move = Move::kNothing;
   Account account = Account::kNone;
   int argument = 0;
+  /// How many items there are, side by side, where the argument points.
+  int items = 1;
 };
 
 constexpr Effect opensResult(Account account) {
   return {Effect::Move::kOpensResult, account, 0};
 }
-constexpr Effect opensAt(Account account, int argument) {
-  return {Effect::Move::kOpensAt, account, argument};
+constexpr Effect opensAt(Account account, int argument, int items = 1) {
+  return {Effect::Move::kOpensAt, account, argument, items};
 }
 constexpr Effect closes(Account account, int argument) {
   return {Effect::Move::kCloses, account, argument};

@@ -113,8 +113,10 @@ void book(const Call& call) {
   if (effect.move == Effect::Move::kOpensResult) {
     accounts().open(effect.account, call.result, call.function->name);
   } else if (effect.move == Effect::Move::kOpensAt) {
-    const auto* item = reinterpret_cast<const uint64_t*>(call.words[effect.argument]);
-    accounts().open(effect.account, *item, call.function->name);
+    const auto* items = reinterpret_cast<const uint64_t*>(call.words[effect.argument]);
+    for (int index = 0; index < effect.items; ++index) {
+      accounts().open(effect.account, items[index], call.function->name);
+    }
   }
 }
 

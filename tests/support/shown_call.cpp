@@ -86,6 +86,26 @@ std::wstring showDescriptor(const SECURITY_DESCRIPTOR* descriptor) {
   return more ? text + L" and more" : text;
 }
 
+/// How a program is started: its desktop, what of the rest is given, its window, and its handles.
+std::wstring showStartup(bool wide, const STARTUPINFOA* startup) {
+  std::wstring text = showText(wide, reinterpret_cast<uint64_t>(startup->lpDesktop));
+  for (const uint64_t number : {uint64_t{startup->cb},
+                                uint64_t{startup->dwFlags},
+                                uint64_t{startup->wShowWindow},
+                                reinterpret_cast<uint64_t>(startup->hStdInput),
+                                reinterpret_cast<uint64_t>(startup->hStdOutput),
+                                reinterpret_cast<uint64_t>(startup->hStdError)}) {
+    text += L'\t' + showNumber(number);
+  }
+  return text;
+}
+
+/// What is handed to another process's window.
+std::wstring showCopied(const COPYDATASTRUCT* data) {
+  return showNumber(data->dwData) + L'\t' + showNumber32(data->cbData) + L'\t' +
+         showText(static_cast<const char*>(data->lpData));
+}
+
 std::wstring showPointed(char letter, const uint64_t* word) {
   const auto address = *word;
   if (address == 0) {
@@ -120,6 +140,10 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
       return *word == 0 ? L"0" : L"&";
     case 'k':
       return showKey(*word);
+    case 'c':
+      return showCopied(at<COPYDATASTRUCT>(*word));
+    case 's':
+      return showStartup(wide, at<STARTUPINFOA>(*word));
     default:
       return showPointed(letter, word);
   }

@@ -16,6 +16,8 @@ namespace bed {
 ///     i  where a 32-bit number stands       q  where a 64-bit number stands
 ///     d  bytes; the next argument is their number       6  as many bytes as the digit
 ///     o  a security descriptor: whose it makes something
+///     c  what is copied to another process: a number, its size and its text
+///     s  how a program is started: desktop, size, flags, window, and its three handles
 std::wstring showCall(std::string_view name, std::string_view signature, const uint64_t* words);
 
 }  // namespace bed

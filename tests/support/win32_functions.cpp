@@ -130,7 +130,23 @@ constexpr Win32Function kFunctions[] = {
     {"SetSecurityDescriptorGroup", "-wn", kZero},
     {"SetSecurityDescriptorOwner", "-wn", kZero},
 
+    // Programs that are run, and their windows.
+    {"CreateProcessA", "ttppnnpps", kZero, opensAt(Account::kHandle, 9, 2)},
+    {"GetCurrentProcessId"},
+    {"GetDesktopWindow"},
+    {"GetWindow", "wn"},
+    {"GetWindowThreadProcessId", "wp"},
+    {"ImmGetDefaultIMEWnd", "w"},
+    {"IsWindowVisible", "w"},
+    {"SendMessageA", "wnwc"},
+    {"SendMessageTimeoutA", "wnntnnp", kZero},
+    {"ShowWindow", "wn"},
+    {"Sleep", "n"},
+    {"WaitForInputIdle", "wn", kMinusOne},
+
     // The process.
+    {"GetEnvironmentVariable*", "t-n", kZero},
+    {"SetEnvironmentVariable*", "tt", kZero},
     {"GetCurrentProcess"},
     {"GetCurrentThread"},
     {"GetSystemInfo"},
@@ -155,7 +171,7 @@ constexpr std::string_view kUntouchedFunctions[] = {
     "CreateSemaphoreW", "DeleteCriticalSection", "EnterCriticalSection",
     "GetCurrentThreadId", "InitializeCriticalSection", "IsDBCSLeadByteEx", "LeaveCriticalSection",
     "RaiseException", "ReleaseSemaphore", "RtlCaptureContext",
-    "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "Sleep", "TlsAlloc", "TlsFree",
+    "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "TlsAlloc", "TlsFree",
     "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery", "WaitForSingleObject",
     "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
     "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",

@@ -103,6 +103,35 @@ class InstallationSweepTest {
         return sweep.on(Windows.W98, Windows.W10);
     }
 
+    /** A heap that fails once is told under the natives' own codes where a command was to be registered. */
+    @TestFactory
+    List<DynamicTest> variablesStartAndExit() {
+        FaultSweep sweep = new FaultSweep(FILES);
+        String counted = "malloc|calloc|realloc => error 2147500037";
+        String named = "RegEnumValue: 0, 2 'ZELQ00001\u2400'; RegEnumValue: 259; value 1 'c\u2400'";
+        String started = " with Sleep: 0*; GetWindow: 0*; CreateFileA: 0x5000; CreateProcess: 1, 9 q0x6000 q0x6004 n7 n8";
+        sweep.add("addSystemStartupCommand c with RegQueryValueEx: 2; RegSetValueEx: 0", -70002).after(counted,
+                "malloc => good then .*");
+        sweep.add("systemStartupCommands with " + named, -70003).beside("an object").after(
+                "Reg\\w+ => error 1450 then GetMethodID elements",
+                "(WideCharToMultiByte|MultiByteToWideChar) => error 1113 or lost then GetMethodID elements");
+        sweep.add("removeSystemStartupCommand c with RegDeleteValue: 0; " + named, -70004).after(counted,
+                "malloc => good then .*");
+        sweep.add("nativeDeleteFilesAfterExit [a] [b] true c" + started, -70007).after(
+                "CreateFileA|WaitForInputIdle => done then .*");
+        sweep.add("getProcessEnvironmentVariable CORVANE with GetEnvironmentVariable: 300; "
+                + "GetEnvironmentVariable: 1, 1 'v'", UNEXPECTED).after("GetEnvironmentVariable[AW] => null");
+        sweep.add("setProcessEnvironmentVariable CORVANE null", -70008);
+        String told = "SendMessageTimeoutA => done";
+        for (String family : new String[] {"winNT", "winME"}) {
+            String whose = family.equals("winNT") ? " false" : "";
+            String key = "RegOpenKeyEx: 0, 4 q0x80000001; ";
+            sweep.add(family + "SetEnvironmentVariable CORVANE v" + whose, -70000).after(told);
+            sweep.add(family + "GetRawEnvironmentVariable CORVANE" + whose, -70010);
+        }
+        return sweep.on(Windows.ME, Windows.W10);
+    }
+
     @TestFactory
     List<DynamicTest> foldersAndShortcuts() {
         FaultSweep sweep = new FaultSweep(FILES);

@@ -186,7 +186,7 @@ class Win32LibraryTest {
         byte[] content = "library".getBytes(StandardCharsets.UTF_8);
         Path file = temporary.resolve("file");
         Path other = Files.createFile(temporary.resolve("other"));
-        try (SeekableByteChannel held = LibraryCopy.unpack(file, content)) {
+        try (SeekableByteChannel held = JarCopy.unpack(file, content)) {
             assertFalse(succeeds(() -> Files.write(file, content)), "written");
             assertFalse(succeeds(() -> Files.move(file, temporary.resolve("away"))), "moved");
             assertFalse(succeeds(() -> Files.move(other, file, StandardCopyOption.ATOMIC_MOVE)), "replaced");
@@ -194,13 +194,13 @@ class Win32LibraryTest {
                 Files.delete(file);
                 return null;
             }), "deleted");
-            LibraryCopy.requireContent(held, content);
+            JarCopy.requireContent(held, content);
         }
-        assertThrows(IOException.class, () -> LibraryCopy.unpack(file, content), "what is there is not taken over");
+        assertThrows(IOException.class, () -> JarCopy.unpack(file, content), "what is there is not taken over");
         for (String found : new String[] {"Library", "librar", "libraryy", ""}) {
             Files.writeString(file, found);
             try (SeekableByteChannel changed = Files.newByteChannel(file)) {
-                assertThrows(IOException.class, () -> LibraryCopy.requireContent(changed, content), found);
+                assertThrows(IOException.class, () -> JarCopy.requireContent(changed, content), found);
             }
         }
     }
