@@ -61,10 +61,10 @@ std::vector<Removable> removablesIn(const WString& list) {
 }  // namespace
 
 std::optional<Order> orderIn(const char* message, size_t size) {
-  const char* const end = message + size - 1;
   if (size < 2 || strnlen(message, size) != size - 1 || (*message != '0' && *message != '1')) {
     return std::nullopt;
   }
+  const char* const end = message + size - 1;
   Order order;
   const auto [blank, error] = std::from_chars(message + 1, end, order.process, 16);
   if (error != std::errc() || blank == end || *blank != ' ') {

