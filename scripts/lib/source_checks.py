@@ -19,11 +19,13 @@ ROOMS = {
     "security": "bridge/win32",
     "environment": "bridge/win32 registry",
     "process": "bridge/win32 bridge/java",
+    "process": "bridge/win32 registry",
     "product": "bridge/win32 registry security",
     "file/properties": "bridge/win32 bridge/java security",
     "file/in_use": "bridge/win32 file/properties",
     "file/drives": "bridge/win32 registry environment",
     "desktop": "bridge/win32 environment file/properties",
+    "cleaner": "bridge/win32 file/properties file/in_use",
 }
 
 
@@ -79,7 +81,7 @@ def declared_codes():
     codes = {}
     for path in (project / "java").rglob("*.java"):
         for comment, method in re.findall(
-            r"/\*\*((?:(?!\*/).)*)\*/\s*public native [\w\[\]]+ (\w+)\(", path.read_text("utf-8"), re.DOTALL
+            r"/\*\*((?:(?!\*/).)*)\*/\s*public native [\w\[\]<>]+ (\w+)\(", path.read_text("utf-8"), re.DOTALL
         ):
             thrown = comment.partition("@throws ServiceException")[2].partition("@")[0]
             codes[path.stem, method] = set(CODE.findall(thrown))
@@ -99,7 +101,7 @@ def natives():
     """Each native stands under its whole class and method where it is defined, once."""
     text = "".join(path.read_text("utf-8") for path in sources if path.name.endswith("_natives.cpp"))
     for owner, method in sorted(declared_codes()):
-        found = len(re.findall(rf"\b{owner}, {method}\)", text))
+        found = len(re.findall(rf"\b(?:[a-z]+_)?{owner}, {method}\)", text))
         if found != 1:
             yield f"{owner}, {method}) stands {found} times in *_natives.cpp"
 

@@ -26,6 +26,8 @@ constexpr LeftOpen kLeftOpen[] = {
     {"longestValueNameData", Account::kKey},
     {"getKeyValueNames", Account::kKey},
     {"getSubkeyNames", Account::kKey},
+    {"systemStartupCommands", Account::kKey},
+    {"removeSystemStartupCommand", Account::kKey},
     // The token by which an administrator is told from others is promised to stay open.
     {"isCurrentUserAdmin", Account::kHandle},
     {"win32RegisterUninstaller", Account::kHandle},

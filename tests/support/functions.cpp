@@ -188,7 +188,20 @@ constexpr Function kWin32Functions[] = {
     {"WaitForSingleObject", "wn", kMinusOne},
     {"WriteFile", "w-n-p", kZero},
 
+    // Windows, and what is said to them.
+    {"GetCurrentProcessId"},
+    {"GetDesktopWindow"},
+    {"GetWindow", "wn"},
+    {"GetWindowThreadProcessId", "wp"},
+    {"ImmGetDefaultIMEWnd", "w"},
+    {"IsWindowVisible", "w"},
+    {"SendMessageA", "wnwc"},
+    {"SendMessageTimeoutA", "wnntnnp", kZero},
+    {"ShowWindow", "wn"},
+
     // The process.
+    {"GetEnvironmentVariable*", "t-n", kZero},
+    {"SetEnvironmentVariable*", "tt", kZero},
     {"GetCurrentProcess"},
     {"GetCurrentThread"},
     {"GetSystemInfo"},

@@ -93,6 +93,7 @@ struct Function {
   ///     i  where a 32-bit number stands       q  where a 64-bit number stands
   ///     d  bytes; the next argument is their number       6  as many bytes as the digit
   ///     o  a security descriptor: whose it makes something
+  ///     c  what is copied to another process: a number, its size and its text
   ///     s  how a program is started: desktop, size, flags, window, and its three handles
   std::string_view signature = {};
   Failure failure = Failure::kCannotFail;

@@ -99,6 +99,12 @@ std::wstring showStartup(bool wide, const STARTUPINFOA* startup) {
   return text;
 }
 
+/// What is handed to another process's window.
+std::wstring showCopied(const COPYDATASTRUCT* data) {
+  return showNumber(data->dwData) + L'\t' + showNumber32(data->cbData) + L'\t' +
+         showText(static_cast<const char*>(data->lpData));
+}
+
 std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
   const uint64_t value = *word;
   switch (letter) {
@@ -121,6 +127,8 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
       return value == 0 ? L"null" : showNumber(*at<uint64_t>(value));
     case 'o':
       return value == 0 ? L"null" : showDescriptor(at<SECURITY_DESCRIPTOR>(value));
+    case 'c':
+      return showCopied(at<COPYDATASTRUCT>(value));
     case 's':
       return showStartup(wide, at<STARTUPINFOA>(value));
     case 'd':

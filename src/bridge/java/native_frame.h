@@ -62,4 +62,19 @@ auto nativeFrame(JNIEnv* env, jint code, const Work& work) noexcept -> decltype(
   });
 }
 
+/// The same, but a failure that nobody expected is reported with the `code` too, and
+/// kUnexpectedFailure for its reason.
+template <class Work>
+auto nativeFrameWithReason(JNIEnv* env, jint code, const Work& work) noexcept -> decltype(work()) {
+  return nativeFrame(env, code, [&] {
+    try {
+      return work();
+    } catch (const Win32Failure&) {
+      throw;
+    } catch (...) {
+      throw Win32Failure(static_cast<uint32_t>(kUnexpectedFailure));
+    }
+  });
+}
+
 }  // namespace corvane

@@ -11,22 +11,24 @@ namespace corvane {
 
 namespace {
 
-/// kDone, or kFailed with the error.
-FileOutcome deleteNow(const wchar_t* path, EntryKind kind) {
-  const BOOL deleted = kind == EntryKind::kFile
-                           ? ansiOrWide(DeleteFileA, DeleteFileW, path)
-                           : ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path);
-  return deleted != FALSE ? FileOutcome::done() : FileOutcome::failed(GetLastError());
+BOOL callDelete(const wchar_t* path, EntryKind kind) {
+  return kind == EntryKind::kFile ? ansiOrWide(DeleteFileA, DeleteFileW, path)
+                                  : ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path);
 }
 
 }  // namespace
 
-FileOutcome deleteEntry(const wchar_t* path, EntryKind kind) {
+FileOutcome deleteEntryNow(const wchar_t* path, EntryKind kind) {
   if (isDriveAlone(path)) {
     return FileOutcome::failed(ERROR_PATH_NOT_FOUND);
   }
   const ReadOnlyGuard guard(path, false);
-  const FileOutcome outcome = deleteNow(path, kind);
+  const BOOL deleted = callDelete(path, kind);
+  return deleted != FALSE ? FileOutcome::done() : FileOutcome::failed(GetLastError());
+}
+
+FileOutcome deleteEntry(const wchar_t* path, EntryKind kind) {
+  const FileOutcome outcome = deleteEntryNow(path, kind);
   if (outcome.error == ERROR_LOCK_VIOLATION) {
     std::fprintf(stderr, "it knows its locked");  // these words, and no line feed
   }

@@ -31,9 +31,10 @@ public final class Demo {
         CHAPTERS.put("", Arrays.asList(
                 BeforeChapter::new, WhoAndWhereChapter::new, RegistryChapter::new,
                 FilesChapter::new, UpdateInUseChapter::new, OwnerChapter::new,
-                ShortcutsChapter::new, ProgramListChapter::new, ProgramsChapter::new));
-        CHAPTERS.put("--after-reboot",
-                Arrays.asList(RemovalInUseChapter::new, UninstallationChapter::new));
+                ShortcutsChapter::new, ProgramListChapter::new, ProgramsChapter::new,
+                EnvironmentChapter::new, AfterwardsChapter::new));
+        CHAPTERS.put("--after-reboot", Arrays.asList(
+                AfterStartChapter::new, RemovalInUseChapter::new, UninstallationChapter::new));
         CHAPTERS.put("--after-second-reboot", Collections.singletonList(NothingLeftChapter::new));
     }
 

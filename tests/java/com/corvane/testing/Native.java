@@ -1,12 +1,15 @@
 package com.corvane.testing;
 
 import com.corvane.util.FileAttributes;
+import com.corvane.wizard.platform.win32.environment.WindowsEnvironment;
 import com.corvane.wizard.service.ServiceException;
 import java.lang.reflect.Field;
 import java.lang.reflect.InvocationTargetException;
 import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
 import java.util.Arrays;
+import java.util.Collections;
+import java.util.Enumeration;
 import java.util.HexFormat;
 import java.util.List;
 import java.util.Optional;
@@ -21,7 +24,7 @@ final class Native {
 
     /** Classes of natives: Win32DesktopServiceImpl and so on. */
     private static final List<String> SERVICES =
-            List.of("Desktop", "File", "Product", "Registry", "Security", "SystemUtil", "WizardInitialize");
+            List.of("Desktop", "File", "Product", "Registry", "Security", "SystemUtil", "WizardInitialize", "");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
     /** A list is one argument. */
@@ -52,7 +55,8 @@ final class Native {
 
     private static Class<?> classOf(String service) {
         try {
-            return Class.forName("com.corvane.wizard.platform.win32.Win32" + service + "ServiceImpl");
+            return service.isEmpty() ? WindowsEnvironment.class
+                    : Class.forName("com.corvane.wizard.platform.win32.Win32" + service + "ServiceImpl");
         } catch (ClassNotFoundException failure) {
             throw new AssertionError(failure);
         }
@@ -77,14 +81,13 @@ final class Native {
             return Words.bytes(word);
         }
         List<String> items = items(word);
+        String[] texts = items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
+                .toArray(String[]::new);
         if (type == Object.class) {
-            return new Requested(items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
-                    .toList());
+            return new Requested(Arrays.asList(texts));
         }
-        return type == String[].class
-                ? items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
-                        .toArray(String[]::new)
-                : attributes(items);
+        return type == String[].class ? texts
+                : type == Enumeration.class ? Collections.enumeration(Arrays.asList(texts)) : attributes(items);
     }
 
     private static String unquoted(String word) {
@@ -147,6 +150,8 @@ final class Native {
     private static String shown(Object result) {
         if (result instanceof byte[] bytes) {
             return "x" + HexFormat.of().withUpperCase().formatHex(bytes);
+        } else if (result instanceof Enumeration<?> items) {
+            return shown(Collections.list(items).toArray());
         } else if (result instanceof Object[] items) {
             return Arrays.stream(items).map(Native::shown).collect(Collectors.joining(", ", "[", "]"));
         } else if (result instanceof FileAttributes attributes) {

@@ -24,7 +24,7 @@ import java.util.List;
 import java.util.Set;
 import java.util.concurrent.TimeUnit;
 
-/** The folder of one copy of the library: new, with nothing else in it, and closed to other users. */
+/** The folder of one copy from the jar: new, with nothing else in it, and closed to other users. */
 final class CopyFolder {
 
     private static final String PREFIX = "corvane_win32-";
@@ -53,14 +53,18 @@ final class CopyFolder {
         }
     }
 
-    /** Named like its folder, so that nothing else is ever removed, wherever the folder leads. */
-    static Path copyIn(Path folder) {
-        return folder.resolve(folder.getFileName() + ".dll");
+    /**
+     * Named like its folder, so that nothing else is ever removed, wherever the folder leads; with the ending of
+     * {@code file}, the one that it is a copy of.
+     */
+    static Path copyIn(Path folder, String file) {
+        return folder.resolve(folder.getFileName() + file.substring(file.lastIndexOf('.')));
     }
 
     /**
-     * Removes the copies that nothing uses. One that is loaded, or about to be, cannot be deleted: it is never
-     * without a handle that forbids it.
+     * Removes the copies that nothing uses. One of the library that is loaded, or about to be, cannot be deleted:
+     * it is never without a handle that forbids it. One of the cleaner deletes itself, and its folder is as good
+     * as empty.
      */
     static void removeUnused(Path place) {
         try (DirectoryStream<Path> folders = Files.newDirectoryStream(place, PREFIX + "*")) {
@@ -82,7 +86,7 @@ final class CopyFolder {
             long age = System.currentTimeMillis() - attributes.lastModifiedTime().toMillis();
             return folder.getFileName().toString().matches(PREFIX + "\\d+")
                     && attributes.isDirectory() && !attributes.isOther()
-                    && (Files.exists(copyIn(folder)) || age > STALE_MILLISECONDS);
+                    && (Files.exists(copyIn(folder, Win32Library.FILE)) || age > STALE_MILLISECONDS);
         } catch (IOException e) {
             return false;
         }
@@ -90,7 +94,8 @@ final class CopyFolder {
 
     static void remove(Path folder) {
         try {
-            Files.deleteIfExists(copyIn(folder));
+            Files.deleteIfExists(copyIn(folder, Win32Library.FILE));
+            Files.deleteIfExists(copyIn(folder, Win32Cleaner.FILE));
             Files.delete(folder);
         } catch (IOException e) {
             // In use, or another's: it stays.

@@ -1,6 +1,7 @@
 package com.corvane.wizard.platform.win32;
 
 import java.io.File;
+import java.io.IOException;
 
 /**
  * Finds the native library, {@code corvane_win32.dll}, and loads it, once.
@@ -57,7 +58,7 @@ public final class Win32Library {
 
     private static void loadFile(String named) {
         if (named == null) {
-            UnpackedLibrary.load();
+            loadUnpacked();
             return;
         }
         File file = new File(named);
@@ -65,5 +66,16 @@ public final class Win32Library {
             throw new UnsatisfiedLinkError("The system property " + PROPERTY + " names no file: " + named);
         }
         System.load(file.getAbsolutePath());
+    }
+
+    private static void loadUnpacked() {
+        try {
+            UnpackedFile.use(FILE, (file, held) -> System.load(file.toString()));
+        } catch (IOException e) {
+            UnsatisfiedLinkError error = new UnsatisfiedLinkError(e.getMessage() + "; the system property " + PROPERTY
+                    + " can name a copy to load instead");
+            error.initCause(e);
+            throw error;
+        }
     }
 }

@@ -1,8 +1,12 @@
 package com.corvane.wizard.platform.win32;
 
 import com.corvane.wizard.service.ServiceException;
+import java.util.Enumeration;
 
-/** What the system tells about itself, and programs that are run. */
+/**
+ * What the system tells about itself, programs that are run, what runs at the next start, and what goes when this
+ * process has ended.
+ */
 public class Win32SystemUtilServiceImpl {
 
     static {
@@ -69,4 +73,52 @@ public class Win32SystemUtilServiceImpl {
     public void LogWarning(String text) {
         // Not everybody writes a log.
     }
+
+    /**
+     * Registers a command that the system runs once, at its next start and for all users. Windows:
+     * RegQueryValueEx, RegSetValueEx.
+     *
+     * @param command the command line, stored as it is given, neither empty nor null
+     * @throws ServiceException -70002; with 0x80070057 for an empty command, with 0x80004005 for what nobody
+     *     expected
+     */
+    public native void addSystemStartupCommand(String command) throws ServiceException;
+
+    /**
+     * Lists all commands that the system runs once at its next start, whoever has registered them. Windows:
+     * RegEnumValue, RegQueryValueEx.
+     *
+     * @return the command lines, in the system's order; with environment variables replaced where the system
+     *     does so
+     * @throws ServiceException -70003
+     */
+    public native Enumeration<String> systemStartupCommands() throws ServiceException;
+
+    /**
+     * Takes back a command that {@link #addSystemStartupCommand} has registered: the first one that is the
+     * same, letter by letter. That there is none is no failure. Windows: RegEnumValue, RegDeleteValue.
+     *
+     * @param command neither empty nor null
+     * @throws ServiceException -70004; with 0x80070057 for an empty command, with 0x80004005 for what nobody
+     *     expected
+     */
+    public native void removeSystemStartupCommand(String command) throws ServiceException;
+
+    /**
+     * Starts a cleaner, a program that deletes files when this process has ended, and tells it which.
+     * {@link Win32Cleaner} does it with the one that comes with the library. Windows: CreateProcessA,
+     * SendMessageA with WM_COPYDATA.
+     *
+     * <p>Takes more than a second. Paths reach the cleaner in the ANSI code page, with semicolons in between.
+     * The cleaner's file is deleted when it is over.
+     *
+     * @param files what the cleaner is to be given as it is; null for none
+     * @param directories what it is to be given with a star before it; null for none
+     * @param flag told to the cleaner. With true it is started also when there is nothing to delete
+     * @param cleanerPath its file, which is its whole command line: Windows may look for a program at each of
+     *     the blanks in it
+     * @throws ServiceException -70007 when it cannot be started
+     */
+    public native void nativeDeleteFilesAfterExit(Enumeration<String> files, Enumeration<String> directories,
+            boolean flag, String cleanerPath) throws ServiceException;
 }

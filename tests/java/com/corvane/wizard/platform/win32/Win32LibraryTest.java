@@ -165,17 +165,17 @@ class Win32LibraryTest {
     void theCopyIsHeldAndCompared() throws Exception {
         byte[] content = "library".getBytes(StandardCharsets.UTF_8);
         Path file = temporary.resolve("file");
-        try (SeekableByteChannel held = LibraryCopy.unpack(file, content)) {
+        try (SeekableByteChannel held = JarCopy.unpack(file, content)) {
             for (Attack attack : attacks()) {
                 assertThrows(IOException.class, () -> attack.on(file));
             }
-            LibraryCopy.requireContent(held, content);
+            JarCopy.requireContent(held, content);
         }
-        assertThrows(IOException.class, () -> LibraryCopy.unpack(file, content), "what is there is not taken over");
+        assertThrows(IOException.class, () -> JarCopy.unpack(file, content), "what is there is not taken over");
         for (String found : new String[] {"Library", "librar", "libraryy", ""}) {
             Files.writeString(file, found);
             try (SeekableByteChannel changed = Files.newByteChannel(file)) {
-                assertThrows(IOException.class, () -> LibraryCopy.requireContent(changed, content), found);
+                assertThrows(IOException.class, () -> JarCopy.requireContent(changed, content), found);
             }
         }
     }

@@ -11,38 +11,44 @@ import java.nio.file.Path;
 import java.nio.file.StandardOpenOption;
 
 /**
- * Unpacks one copy of the library and loads it, and nothing else in its place, whatever another process of the
- * same user does meanwhile. From its first moment until it is loaded, a handle is open on the copy that keeps
- * others from renaming, replacing and deleting it. Writing is denied to them as well, but for the moment
+ * Unpacks one copy of a file in the jar and has it used, and nothing else in its place, whatever another process
+ * of the same user does meanwhile. From its first moment until it was used, a handle is open on the copy that
+ * keeps others from renaming, replacing and deleting it. Writing is denied to them as well, but for the moment
  * between two handles; what was done in it is found when the bytes are compared through the second.
  */
-final class LibraryCopy {
+final class JarCopy {
+
+    /** What is done with a copy, which {@code held} keeps as it is. */
+    interface Use<E extends Exception> {
+        void of(Path file, SeekableByteChannel held) throws IOException, E;
+    }
 
     private static final String DENY_WRITE = "NOSHARE_WRITE";
     private static final String DENY_DELETE = "NOSHARE_DELETE";
 
-    private LibraryCopy() {}
+    private JarCopy() {}
 
     /**
-     * Makes the copy in a new folder in {@code place} and loads it. When that fails, nothing stays there.
+     * Makes the copy in a new folder in {@code place} and has it used. When that fails, nothing stays there.
      *
-     * @throws UnsatisfiedLinkError when the JVM cannot load it, or cannot hold it as it must be held
+     * @throws UnsatisfiedLinkError when the JVM cannot hold it as it must be held
      */
     @SuppressWarnings("try") // the listing is open for what it keeps away
-    static void load(Path place, byte[] content) throws IOException {
+    static <E extends Exception> void use(Path place, String name, byte[] content, Use<E> use)
+            throws IOException, E {
         CopyFolder.removeUnused(place);
         Path folder = CopyFolder.create(place);
-        Path file = CopyFolder.copyIn(folder);
-        boolean loaded = false;
+        Path file = CopyFolder.copyIn(folder, name);
+        boolean used = false;
         // The open copy keeps Windows from renaming its folder; where it does not, the open listing does.
         try (DirectoryStream<Path> listing = Files.newDirectoryStream(folder);
                 SeekableByteChannel held = unpack(file, content)) {
             requireNoLink(folder);
             requireContent(held, content);
-            System.load(file.toString());
-            loaded = true;
+            use.of(file, held);
+            used = true;
         } finally {
-            if (!loaded) {
+            if (!used) {
                 CopyFolder.remove(folder);
             }
         }
@@ -70,6 +76,11 @@ final class LibraryCopy {
         }
     }
 
+    /** A handle that denies others to write, and lets them delete. */
+    static SeekableByteChannel holdContent(Path file) throws IOException {
+        return Files.newByteChannel(file, StandardOpenOption.READ, LinkOption.NOFOLLOW_LINKS, option(DENY_WRITE));
+    }
+
     private static void requireNoLink(Path folder) throws IOException {
         if (!folder.toRealPath().equals(folder)) {
             throw new IOException("another process put a link in the place of " + folder);
@@ -84,7 +95,7 @@ final class LibraryCopy {
         }
         found.flip();
         if (!found.equals(ByteBuffer.wrap(content))) {
-            throw new IOException("another process changed the copy before it could be loaded");
+            throw new IOException("another process changed the copy before it could be used");
         }
     }
 

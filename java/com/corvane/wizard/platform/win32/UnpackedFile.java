@@ -9,18 +9,18 @@ import java.nio.file.Paths;
 import java.util.LinkedHashMap;
 import java.util.Map;
 
-/** The library in the jar: unpacked in the first place that serves, and loaded from there. */
-final class UnpackedLibrary {
+/** A file in the jar, unpacked in the first place that serves. */
+final class UnpackedFile {
 
-    private UnpackedLibrary() {}
+    private UnpackedFile() {}
 
-    /** @throws UnsatisfiedLinkError when no place serves; it says why each does not, and what helps */
-    static void load() {
-        byte[] content = content();
+    /** @throws IOException when no place serves; it says why each does not */
+    static <E extends Exception> void use(String name, JarCopy.Use<E> use) throws IOException, E {
+        byte[] content = content(name);
         StringBuilder reasons = new StringBuilder();
         for (Map.Entry<String, String> place : places().entrySet()) {
             try {
-                loadFrom(place.getValue(), content);
+                useIn(place.getValue(), name, content, use);
                 return;
             } catch (IOException | RuntimeException | UnsatisfiedLinkError e) {
                 // Such as a name that is no path, or a place that is denied by the JVM's policy.
@@ -28,8 +28,7 @@ final class UnpackedLibrary {
                         .append(e);
             }
         }
-        throw new UnsatisfiedLinkError("Cannot unpack and load " + Win32Library.FILE + "; the system property "
-                + Win32Library.PROPERTY + " can name a copy to load instead" + reasons);
+        throw new IOException("Cannot unpack and use " + name + reasons);
     }
 
     /**
@@ -46,10 +45,11 @@ final class UnpackedLibrary {
     }
 
     /** Also on a thread that was interrupted: its channels would fail, and the library with them, for good. */
-    private static void loadFrom(String place, byte[] content) throws IOException {
+    private static <E extends Exception> void useIn(String place, String name, byte[] content, JarCopy.Use<E> use)
+            throws IOException, E {
         boolean interrupted = Thread.interrupted();
         try {
-            LibraryCopy.load(folderAt(place), content);
+            JarCopy.use(folderAt(place), name, content, use);
         } finally {
             if (interrupted) {
                 Thread.currentThread().interrupt();
@@ -79,11 +79,10 @@ final class UnpackedLibrary {
         }
     }
 
-    private static byte[] content() {
-        try (InputStream packed = Win32Library.class.getResourceAsStream(Win32Library.FILE)) {
+    private static byte[] content(String name) throws IOException {
+        try (InputStream packed = Win32Library.class.getResourceAsStream(name)) {
             if (packed == null) {
-                throw new UnsatisfiedLinkError(Win32Library.FILE + " is not in the jar, and the system property "
-                        + Win32Library.PROPERTY + " is not set");
+                throw new IOException(name + " is not in the jar");
             }
             ByteArrayOutputStream content = new ByteArrayOutputStream();
             byte[] part = new byte[8192];
@@ -91,11 +90,6 @@ final class UnpackedLibrary {
                 content.write(part, 0, size);
             }
             return content.toByteArray();
-        } catch (IOException e) {
-            UnsatisfiedLinkError error = new UnsatisfiedLinkError(
-                    "Cannot read " + Win32Library.FILE + " in the jar: " + e);
-            error.initCause(e);
-            throw error;
         }
     }
 }

@@ -1,0 +1,78 @@
+#include "cleaner/order.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <system_error>
+#include <utility>
+
+#include "bridge/win32/path.h"
+#include "cleaner/removable_path.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr wchar_t kSeparator = L';';
+constexpr const wchar_t* kTreeMark = L"*";
+
+/// A semicolon may be part of a name. No name has a star and every tree has one, and files come
+/// before trees: what has none behind a tree belongs to its name. Were it taken for an entry, the
+/// tree would be another: the one whose name ends before the semicolon. Behind a file, what is not
+/// absolute belongs to it where there is such a file.
+bool goesOn(const Removable& before, const WString& piece) {
+  if (before.isTree) {
+    return !piece.starts_with(kTreeMark);
+  }
+  return !piece.starts_with(kTreeMark) && !isAbsolute(piece) &&
+         pathExists(before.path + kSeparator + piece);
+}
+
+void append(std::vector<Removable>& entries, const WString& piece) {
+  if (!entries.empty() && goesOn(entries.back(), piece)) {
+    entries.back().path += kSeparator + piece;
+  } else if (piece.starts_with(kTreeMark)) {
+    entries.push_back({piece.substr(1), true});
+  } else {
+    entries.push_back({piece, false});
+  }
+}
+
+std::vector<Removable> entriesIn(const WString& list) {
+  std::vector<Removable> entries;
+  for (size_t begin = 0; begin <= list.size();) {
+    const size_t end = std::min(list.find(kSeparator, begin), list.size());
+    append(entries, list.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return entries;
+}
+
+std::vector<Removable> removablesIn(const WString& list) {
+  std::vector<Removable> removables;
+  for (const Removable& entry : entriesIn(list)) {
+    if (WString path = removablePath(entry.path); !path.empty()) {
+      removables.push_back({std::move(path), entry.isTree});
+    }
+  }
+  return removables;
+}
+
+}  // namespace
+
+std::optional<Order> orderIn(const char* message, size_t size) {
+  if (size < 2 || strnlen(message, size) != size - 1 || (*message != '0' && *message != '1')) {
+    return std::nullopt;
+  }
+  const char* const end = message + size - 1;
+  Order order;
+  const auto [blank, error] = std::from_chars(message + 1, end, order.process, 16);
+  if (error != std::errc() || blank == end || *blank != ' ') {
+    return std::nullopt;
+  }
+  order.removables =
+      removablesIn(boundedTextFromAnsi(blank + 1, static_cast<size_t>(end - blank - 1)));
+  return order;
+}
+
+}  // namespace corvane
