@@ -8,7 +8,7 @@ namespace {
 
 /// Milliseconds between two looks at a pipe that is empty.
 constexpr DWORD kPause = 100;
-/// And after how many of them the errors are no longer left to wait.
+/// And after how many of them the errors no longer wait.
 constexpr DWORD kPatience = 1000;
 
 /// Takes what comes through a pipe until the child has ended and nothing is left, or the pipe
@@ -38,13 +38,15 @@ void drain(const OutputPipe& pipe, const ChildProcess& child, const Take& take, 
 
 }  // namespace
 
+OutputReader::OutputReader(const ChildProcess& child, const OutputPipes& pipes) noexcept
+    : child_(child), pipes_(pipes), patience_(kPatience), pause_(kPause) {}
+
 void OutputReader::drainInto(const ProcessRequest& request) {
   drainOutput(request.standardOutput());
   drainErrors(request.standardError());
 }
 
 void OutputReader::drainOutput(const RequestStream& stream) {
-  pause_ = kPause;
   const auto take = [&](std::span<const char> bytes) {
     stream.write(bytes);
     waited_ = 0;
@@ -55,7 +57,8 @@ void OutputReader::drainOutput(const RequestStream& stream) {
 
 /// While errors come, the pauses are short: nobody else empties their pipe.
 void OutputReader::awaitOutput() {
-  if (waited_ >= kPatience && keepErrors()) {
+  if (waited_ >= patience_ && keepErrors()) {
+    patience_ = 0;
     pause_ = 0;
   }
   Sleep(pause_);

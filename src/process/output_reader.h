@@ -11,11 +11,10 @@ namespace corvane {
 ///
 /// A child that fills the pipe for errors stands still until somebody reads it. So when there was
 /// no output for a second, the errors that stand in their pipe are taken out and kept for their
-/// turn.
+/// turn; and from then on at once, for what stood still once does so again.
 class OutputReader {
  public:
-  OutputReader(const ChildProcess& child, const OutputPipes& pipes) noexcept
-      : child_(child), pipes_(pipes) {}
+  OutputReader(const ChildProcess& child, const OutputPipes& pipes) noexcept;
 
   /// Throws JavaException when a stream refuses what it is given.
   void drainInto(const ProcessRequest& request);
@@ -30,7 +29,8 @@ class OutputReader {
   const OutputPipes& pipes_;
   KeptBytes errors_;
   DWORD waited_ = 0;
-  DWORD pause_ = 0;
+  DWORD patience_;
+  DWORD pause_;
 };
 
 }  // namespace corvane

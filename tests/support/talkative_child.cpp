@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <string>
-#include <vector>
 
 // A program that does what its arguments say, one after the other, for the tests to run:
-//   out=N err=N   writes N bytes, of all values      both=N   both at once, from two threads
+//   out=N err=N   writes N bytes, of all values      both=N   both, by turns
 //   line          writes its command line            window   writes how its window is to be shown
 //   close         closes its outputs                 sleep=N  lives on for N milliseconds
 //   child=WHAT    starts another of its kind that inherits its outputs, and does not wait for it
@@ -15,78 +13,56 @@
 
 namespace {
 
-void write(DWORD stream, const void* bytes, size_t count) {
+void write(DWORD stream, const std::string& bytes) {
   DWORD written = 0;
-  const auto* next = static_cast<const char*>(bytes);
-  for (size_t left = count; left != 0; left -= written, next += written) {
-    const auto size = static_cast<DWORD>(std::min(left, size_t{50000}));
-    if (WriteFile(GetStdHandle(stream), next, size, &written, nullptr) == FALSE) {
+  for (size_t at = 0; at < bytes.size(); at += written) {
+    const auto size = static_cast<DWORD>(std::min(bytes.size() - at, size_t{50000}));
+    if (WriteFile(GetStdHandle(stream), &bytes[at], size, &written, nullptr) == FALSE) {
       ExitProcess(99);
     }
   }
 }
 
-void writePattern(DWORD stream, size_t count) {
-  std::vector<unsigned char> bytes(count);
-  for (size_t index = 0; index < count; ++index) {
-    bytes[index] = static_cast<unsigned char>(index);
+std::string pattern(size_t first, size_t end) {
+  std::string bytes;
+  for (; first < end; ++first) {
+    bytes += static_cast<char>(first);
   }
-  write(stream, bytes.data(), count);
+  return bytes;
 }
 
-DWORD WINAPI writeErrors(void* count) {
-  writePattern(STD_ERROR_HANDLE, reinterpret_cast<size_t>(count));
-  return 0;
-}
-
-void writeBoth(size_t count) {
-  const HANDLE thread =
-      CreateThread(nullptr, 0, writeErrors, reinterpret_cast<void*>(count), 0, nullptr);
-  writePattern(STD_OUTPUT_HANDLE, count);
-  WaitForSingleObject(thread, INFINITE);
-}
-
-void startAnother(const char* program, const char* what) {
-  STARTUPINFOA startup = {};
-  startup.cb = sizeof(startup);
-  PROCESS_INFORMATION started = {};
-  std::string line = "\"" + std::string(program) + "\" " + what;
-  CreateProcessA(nullptr,
-                 line.data(),
-                 nullptr,
-                 nullptr,
-                 TRUE,
-                 0,
-                 nullptr,
-                 nullptr,
-                 &startup,
-                 &started);
-}
-
-void writeWindow() {
+void act(const std::string& program, const std::string& what, const std::string& value) {
+  const size_t number = std::strtoul(value.c_str(), nullptr, 10);
   STARTUPINFOA startup = {};
   GetStartupInfoA(&startup);
-  const std::string shown = std::to_string(startup.wShowWindow);
-  write(STD_OUTPUT_HANDLE, shown.data(), shown.size());
-}
-
-void act(const char* program, const std::string& what, const char* value) {
-  const size_t number = std::strtoull(value, nullptr, 10);
   if (what == "out" || what == "err") {
-    writePattern(what == "out" ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE, number);
+    write(what == "out" ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE, pattern(0, number));
   } else if (what == "both") {
-    writeBoth(number);
-  } else if (what == "line") {
-    write(STD_OUTPUT_HANDLE, GetCommandLineA(), std::strlen(GetCommandLineA()));
-  } else if (what == "window") {
-    writeWindow();
+    for (size_t at = 0; at < number; at += 5000) {
+      write(STD_ERROR_HANDLE, pattern(at, std::min(at + 5000, number)));
+      write(STD_OUTPUT_HANDLE, pattern(at, std::min(at + 5000, number)));
+    }
+  } else if (what == "line" || what == "window") {
+    write(STD_OUTPUT_HANDLE,
+          what == "line" ? GetCommandLineA() : std::to_string(startup.wShowWindow));
   } else if (what == "close") {
     CloseHandle(GetStdHandle(STD_OUTPUT_HANDLE));
     CloseHandle(GetStdHandle(STD_ERROR_HANDLE));
   } else if (what == "sleep") {
     Sleep(static_cast<DWORD>(number));
   } else if (what == "child") {
-    startAnother(program, value);
+    PROCESS_INFORMATION started = {};
+    std::string line = "\"" + program + "\" " + value;
+    CreateProcessA(nullptr,
+                   line.data(),
+                   nullptr,
+                   nullptr,
+                   TRUE,
+                   0,
+                   nullptr,
+                   nullptr,
+                   &startup,
+                   &started);
   } else if (what == "exit") {
     ExitProcess(static_cast<UINT>(number));
   }
@@ -96,11 +72,11 @@ void act(const char* program, const std::string& what, const char* value) {
 
 int main(int count, char** arguments) {
   for (int index = 1; index < count; ++index) {
-    const std::string argument = arguments[index];
-    const size_t sign = std::min(argument.find('='), argument.size());
+    const std::string argument = std::string(arguments[index]) + "=";
+    const size_t sign = argument.find('=');
     act(arguments[0],
         argument.substr(0, sign),
-        sign < argument.size() ? arguments[index] + sign + 1 : "");
+        argument.substr(sign + 1, argument.size() - sign - 2));
   }
   return 0;
 }
