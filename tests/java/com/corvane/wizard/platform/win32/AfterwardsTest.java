@@ -6,18 +6,19 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Departing;
-import com.corvane.testing.FileUser;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Reboot;
-import com.corvane.testing.SystemTool;
 import com.corvane.testing.TestBed;
 import com.corvane.wizard.platform.win32.environment.WindowsEnvironment;
+import com.sun.nio.file.ExtendedOpenOption;
 import java.io.BufferedReader;
 import java.io.File;
 import java.io.IOException;
+import java.nio.channels.FileChannel;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.StandardOpenOption;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.Collections;
@@ -90,6 +91,10 @@ class AfterwardsTest {
         }
     }
 
+    private FileChannel inUse(String name) throws IOException {
+        return FileChannel.open(Path.of(folder.path(name)), StandardOpenOption.READ, ExtendedOpenOption.NOSHARE_READ,
+                ExtendedOpenOption.NOSHARE_WRITE, ExtendedOpenOption.NOSHARE_DELETE);
+    }
 
     /** Two cleaners; a link and what is read-only; what another program has in use for a while, and for longer. */
     @Test
@@ -98,29 +103,28 @@ class AfterwardsTest {
                 "other\\locked\\file", "outside\\file")) {
             folder.file(name, "");
         }
-        folder.setAttributes("tree\\read-only", Folder.READ_ONLY);
-        folder.setAttributes("used", Folder.READ_ONLY);
+        folder.setAttributes("tree\\read-only", 1);
+        folder.setAttributes("used", 1);
         Files.createSymbolicLink(Path.of(folder.path("tree\\link")), Path.of(folder.path("outside")));
-        FileUser briefly = FileUser.opens(folder.path("tree\\used"), 0);
-        FileUser long_ = FileUser.opens(folder.path("other\\locked\\file"), 0);
-        long_.during(() -> {
+        FileChannel briefly = inUse("tree\\used");
+        try (FileChannel longer = inUse("other\\locked\\file")) {
             Process installer = depart(temporary.toString(), folder.path("used") + "|" + folder.path("x;y") + "|*"
                     + folder.path("tree"), "*" + folder.path("other") + "|" + folder.path("kept"));
             Thread.sleep(1000);
-            assertTrue(folder.has("tree\\read-only") && folder.has("used") && folder.has("x;y"), "it still runs");
+            assertTrue(longer.isOpen() && folder.has("tree\\read-only") && folder.has("used") && folder.has("x;y"), "it still runs");
             installer.getOutputStream().close();
             await("the tree's files", () -> !folder.has("tree\\read-only") && !folder.has("used"));
             assertTrue(folder.has("tree\\used"));
-            briefly.end();
+            briefly.close();
             await("the tree", () -> !folder.has("tree"));
             await("what the next start does", () -> Reboot.pending().size() == 3);
-        });
+        }
         assertEquals(List.of("", "kept", "kept\\file", "other", "other\\locked", "other\\locked\\file", "outside",
-                "outside\\file"), folder.names());
+                "outside\\file"), List.copyOf(folder.state().keySet()));
         await("the cleaners' own ends", () -> Arrays.stream(temporary.toFile().listFiles())
                 .allMatch(own -> own.list().length == 0));
         Reboot.now();
-        assertEquals(List.of("", "kept", "kept\\file", "outside", "outside\\file"), folder.names());
+        assertEquals(List.of("", "kept", "kept\\file", "outside", "outside\\file"), List.copyOf(folder.state().keySet()));
     }
 
     /** It waits for one that is killed, too; and where the path to it has blanks it is started all the same. */
@@ -135,7 +139,8 @@ class AfterwardsTest {
     }
 
     private String send(Process cleaner, String who, String message) throws Exception {
-        return SystemTool.lines(WINDOW_USER, "sends", Long.toString(cleaner.pid()), who, message).get(0);
+        return start(new ProcessBuilder(WINDOW_USER, "sends", Long.toString(cleaner.pid()), who, message))
+                .inputReader().readLine();
     }
 
     /** From whom it may not come is refused, and so is what is no order; the one that is right is the last. */

@@ -3,6 +3,7 @@ package com.corvane.wizard.platform.win32;
 import static com.corvane.testing.Outcome.assertFails;
 import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Outcome;
@@ -96,7 +97,7 @@ class ProcessTest {
         run(CHILD, "window", ProcessRequest.WINDOW_MINIMIZED);
         assertEquals("02", output.toString());
         assertFails(-110203, 2, () -> run("C:\\no such program.exe", "", 0));
-        assertTrue(Outcome.ofVoid(() -> run("", "", 0)).hasCode(-110203));
+        assertEquals(-110203, assertThrows(ServiceException.class, () -> run("", "", 0)).getCode());
     }
 
     @Test
