@@ -54,8 +54,9 @@ JavaMethod<Function> findMethod(JNIEnv* env,
 
 /// What a method threw stays pending: Java is to see it.
 void throwIfThrown(JNIEnv* env) {
-  if (jthrowable const throwable = env->ExceptionOccurred(); throwable != nullptr) {
-    throw JavaException(throwable);
+  // Asked first, for it makes no reference: this comes after each byte of a program's output.
+  if (env->ExceptionCheck() != JNI_FALSE) {
+    throw JavaException(env->ExceptionOccurred());
   }
 }
 

@@ -27,6 +27,10 @@ public final class Bench {
         try (RowGroup installation = new InstallationRows()) {
             report.comparison("Installation", "JDK", installation.rows(), Row.JNA);
         }
+        try (RowGroup programs = new ProgramRows()) {
+            report.comparison("Programs and variables", "JDK", programs.rows(), Row.JNA);
+            report.alone("one \"write\" a byte of 1 MB, from Java", ProgramRows.loopAlone());
+        }
         report.close();
     }
 }

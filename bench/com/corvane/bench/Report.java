@@ -101,6 +101,11 @@ final class Report {
         }
     }
 
+    /** Something that bounds a row above. */
+    void alone(String name, Timed work) throws Exception {
+        print("%n%s: %.0f microseconds%n", name, rounds.time(List.of(work)).median(0) / 1000);
+    }
+
     void close() {
         double seconds = (System.nanoTime() - start) / 1e9;
         print("%n%d aims missed, %d of them in rows with few rounds; %.0f s%n", missed,
