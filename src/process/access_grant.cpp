@@ -24,6 +24,7 @@ class AccessList {
   AccessList(HANDLE object, PSID sid, DWORD more) : object_(object), sid_(sid) {
     readSecurity();
     const PACL old = oldList();
+    isOpenToAll_ = old == nullptr;
     ACL_SIZE_INFORMATION size = {0, sizeof(ACL), 0};
     if (old != nullptr) {
       throwUnless(GetAclInformation(old, &size, sizeof(size), AclSizeInformation) != FALSE);
@@ -51,8 +52,12 @@ class AccessList {
     throwUnless(AddAccessAllowedAce(list(), ACL_REVISION, mask, sid_) != FALSE);
   }
 
-  /// Makes it the object's.
+  /// Makes it the object's. Where there was none, everybody may do everything already, and a list
+  /// with one entry would lock them out.
   void set() {
+    if (isOpenToAll_) {
+      return;
+    }
     SECURITY_DESCRIPTOR security = {};
     throwUnless(InitializeSecurityDescriptor(&security, SECURITY_DESCRIPTOR_REVISION) != FALSE);
     throwUnless(SetSecurityDescriptorDacl(&security, TRUE, list(), FALSE) != FALSE);
@@ -101,6 +106,7 @@ class AccessList {
   PSID sid_;
   ByteBuffer security_;
   ByteBuffer list_;
+  bool isOpenToAll_ = false;
 };
 
 }  // namespace

@@ -10,6 +10,12 @@ namespace corvane {
 
 /// The user as whom a program is to run.
 struct Credentials {
+  Credentials() = default;
+  Credentials(const Credentials&) = delete;
+  Credentials& operator=(const Credentials&) = delete;
+  /// The password is not left behind in memory that is free.
+  ~Credentials() { SecureZeroMemory(password.data(), password.size() * sizeof(wchar_t)); }
+
   /// One alone is enough: a workgroup without a user is for Windows to refuse, not to be passed
   /// over.
   bool areGiven() const noexcept {

@@ -29,7 +29,8 @@ WString commandLineOf(WString command, const WString& arguments) {
   return arguments.empty() ? command : command + L" " + arguments;
 }
 
-/// 0 when the work was done, else the error that kept it.
+/// 0 when the work was done, or failed without a reason, which counts as done; else the error that
+/// kept it.
 template <class Work>
 DWORD errorOf(const Work& work) {
   try {

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include "bridge/win32/win32_failure.h"
-
 namespace corvane {
 
 namespace {
@@ -59,19 +57,20 @@ void KeptBytes::moveToFile() {
 }
 
 void KeptBytes::rewind() {
-  if (inFile_ != 0) {
-    throwUnless(SetFilePointer(file_.get(), 0, nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER);
+  if (inFile_ != 0 &&
+      SetFilePointer(file_.get(), 0, nullptr, FILE_BEGIN) == INVALID_SET_FILE_POINTER) {
+    throw KeptBytesLost();
   }
 }
 
 /// The next bytes of the file, empty at the end of them.
 const std::vector<char>& KeptBytes::readPiece() {
   piece_.resize(static_cast<size_t>(std::min(inFile_, kPiece)));
+  const auto size = static_cast<DWORD>(piece_.size());
   DWORD read = 0;
-  if (!piece_.empty()) {
-    throwUnless(
-        ReadFile(file_.get(), piece_.data(), static_cast<DWORD>(piece_.size()), &read, nullptr) !=
-        FALSE);
+  if (size != 0 &&
+      (ReadFile(file_.get(), piece_.data(), size, &read, nullptr) == FALSE || read == 0)) {
+    throw KeptBytesLost();
   }
   piece_.resize(read);
   inFile_ -= read;

@@ -8,6 +8,10 @@
 
 namespace corvane {
 
+/// What was kept cannot be read again. It is no Win32Failure: the program was started, and this must
+/// not pass for a start that failed.
+struct KeptBytesLost {};
+
 /// Bytes that are kept until somebody takes them: in memory, and each time that 16 MiB are there,
 /// in a temporary file, which the system deletes when it is closed. Where there is no such file,
 /// they stay in memory.
@@ -15,7 +19,7 @@ class KeptBytes {
  public:
   void add(std::span<const char> bytes);
 
-  /// Gives them back in their order, in pieces: `take(std::span<const char>)`. Throws Win32Failure
+  /// Gives them back in their order, in pieces: `take(std::span<const char>)`. Throws KeptBytesLost
   /// when the file cannot be read.
   template <class Take>
   void giveBack(const Take& take) {

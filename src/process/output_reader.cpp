@@ -10,6 +10,8 @@ namespace {
 constexpr DWORD kPause = 100;
 /// And after how many of them the errors no longer wait.
 constexpr DWORD kPatience = 1000;
+/// In an output that never pauses, the errors are looked at after so many pieces.
+constexpr DWORD kPieces = 1000;
 
 /// Takes what comes through a pipe until the child has ended and nothing is left, or the pipe
 /// cannot be read. `idle()` is called when there is nothing yet.
@@ -49,8 +51,10 @@ void OutputReader::drainInto(const ProcessRequest& request) {
 void OutputReader::drainOutput(const RequestStream& stream) {
   const auto take = [&](std::span<const char> bytes) {
     stream.write(bytes);
-    waited_ = 0;
     pause_ = kPause;
+    if (++pieces_ % kPieces == 0) {
+      keepErrors();
+    }
   };
   drain(pipes_.output, child_, take, [this] { awaitOutput(); });
 }

@@ -45,7 +45,11 @@ JavaMethod<Function> findMethod(JNIEnv* env,
                                 Line line,
                                 const WString& name,
                                 const char* signature) {
-  const JavaMethod<Function> method(env, type, AnsiText(name.c_str()), signature);
+  ByteBuffer ansiName;
+  if (wideToAnsi(name.c_str(), ansiName) == 0) {
+    fail(line);
+  }
+  const JavaMethod<Function> method(env, type, ansiName.data<char>(), signature);
   if (!isFound(env, method)) {
     fail(line);
   }
