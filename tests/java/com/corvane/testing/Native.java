@@ -115,7 +115,7 @@ final class Native {
         }
     }
 
-    /** What the call comes to, as a scene writes it, and what the program that it ran was told. */
+    /** What the call comes to, as a scene writes it. */
     String outcome() {
         String outcome;
         try {
@@ -128,7 +128,12 @@ final class Native {
         } catch (ReflectiveOperationException failure) {
             throw new AssertionError(failure);
         }
-        return stage.shown(outcome) + request.map(Requested::told).orElse("");
+        return stage.shown(outcome);
+    }
+
+    /** What the program that it ran was told, as a scene writes it after the outcome. */
+    String told() {
+        return request.map(Requested::told).orElse("");
     }
 
     /** What the last ServiceException said, without its line break. */

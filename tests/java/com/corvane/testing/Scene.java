@@ -151,7 +151,8 @@ final class Scene {
         Hooks.arm();
         for (int index = 0; index < natives.size(); ++index) {
             String[] sides = steps.get(index).split(" => ", 2);
-            compare(differences, "outcome of " + sides[0], expected(sides[1].trim()), natives.get(index).outcome());
+            compare(differences, "outcome of " + sides[0], expected(sides[1].trim()),
+                    natives.get(index).outcome() + natives.get(index).told());
         }
         Hooks.disarm();
     }
