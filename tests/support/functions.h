@@ -26,6 +26,9 @@ constexpr std::string_view kSid = "SID";
 /// A place in the shell's name space.
 constexpr std::string_view kItemList = "item list";
 constexpr std::string_view kInterface = "interface";
+/// The service manager or a service.
+constexpr std::string_view kServiceHandle = "service handle";
+constexpr std::string_view kDatabaseLock = "database lock";
 }  // namespace Account
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
@@ -87,6 +90,7 @@ struct Function {
   ///     i  where a 32-bit number stands       q  where a 64-bit number stands
   ///     d  bytes; the next argument is their number       6  as many bytes as the digit
   ///     o  a security descriptor: whose it makes something
+  ///     c  what is changed of a service, by the level before it
   std::string_view signature = {};
   Failure failure = Failure::kCannotFail;
   Effect effect = {};

@@ -19,7 +19,7 @@ final class Native {
 
     /** Classes of natives: Win32DesktopServiceImpl and so on. */
     private static final List<String> SERVICES =
-            List.of("Desktop", "File", "Product", "Registry", "Security", "SystemUtil", "WizardInitialize");
+            List.of("Desktop", "File", "Product", "Registry", "Security", "", "SystemUtil", "WizardInitialize");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
     /** A list is one argument. */
