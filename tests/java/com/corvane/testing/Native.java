@@ -1,6 +1,7 @@
 package com.corvane.testing;
 
 import com.corvane.util.FileAttributes;
+import com.corvane.wizard.platform.win32.win32service.Win2kSCAction;
 import com.corvane.wizard.service.ServiceException;
 import java.lang.reflect.Field;
 import java.lang.reflect.InvocationTargetException;
@@ -70,21 +71,42 @@ final class Native {
             };
         } else if (type == byte[].class) {
             return Words.bytes(word);
+        } else if (type == Win2kSCAction.class) {
+            String[] numbers = word.split("/");
+            return new Win2kSCAction(Integer.parseInt(numbers[0]), Integer.parseInt(numbers[1]));
         }
         List<String> items = items(word);
         return type == String[].class
                 ? items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
                         .toArray(String[]::new)
-                : attributes(items);
+                : type == FileAttributes.class ? attributes(items) : record(type, items);
+    }
+
+    /** {@code [startType=2, action=1/500]}: each is set, or added. */
+    private Object record(Class<?> type, List<String> items) {
+        try {
+            Object record = type.getConstructor().newInstance();
+            for (String item : items) {
+                String[] parts = item.split("=", 2);
+                Method setter = Arrays.stream(type.getMethods())
+                        .filter(method -> method.getName().matches("(?i)(set|add)" + parts[0])).findAny().orElseThrow();
+                setter.invoke(record, argument(setter.getParameterTypes()[0], parts[1]));
+            }
+            return record;
+        } catch (ReflectiveOperationException failure) {
+            throw new AssertionError(failure);
+        }
     }
 
     private static String unquoted(String word) {
         return word.replace("'", "");
     }
 
+    /** {@code [a, b]}, and {@code a+b} within a list. */
     private static List<String> items(String list) {
-        String inside = Words.spelledOut(list.substring(1, list.length() - 1));
-        return inside.isEmpty() ? List.of() : List.of(inside.split(", ?"));
+        boolean within = !list.startsWith("[");
+        String inside = Words.spelledOut(within ? list : list.substring(1, list.length() - 1));
+        return inside.isEmpty() ? List.of() : List.of(inside.split(within ? "\\+" : ", ?"));
     }
 
     private static FileAttributes attributes(List<String> names) {
