@@ -17,6 +17,7 @@ ROOMS = {
     "bridge/java": "bridge/win32",
     "registry": "bridge/win32",
     "security": "bridge/win32",
+    "service": "bridge/win32 bridge/java security",
     "environment": "bridge/win32 registry",
     "process": "bridge/win32 bridge/java registry",
     "product": "bridge/win32 registry security",

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "bridge/win32/ansi_or_wide.h"
-#include "registry/multi_string.h"
+#include "bridge/win32/multi_string.h"
 #include "registry/registry_key.h"
 #include "registry/registry_result.h"
 #include "registry/scoped_registry_key.h"

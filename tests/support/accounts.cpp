@@ -39,6 +39,7 @@ constexpr LeftOpen kLeftOpen[] = {
     {"setDesktopItemOwnerGroup", Account::kHandle},
     {"setDesktopFolderOwner", Account::kHandle},
     {"setDesktopFolderOwnerGroup", Account::kHandle},
+    {"changeWin2kServiceFailureActions", Account::kHandle},
 };
 
 bool staysOpen(std::string_view account, std::string_view native) {

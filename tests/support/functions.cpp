@@ -199,6 +199,26 @@ constexpr Function kWin32Functions[] = {
     {"SendMessageTimeoutA", "wnntnnp", kZero},
     {"ShowWindow", "wn"},
 
+    // Services.
+    {"ChangeServiceConfig2W", "-nc", kZero},
+    {"ChangeServiceConfigW", "-nnnttptttt", kZero},
+    {"CloseServiceHandle", "w", kCannotFail, closes(Account::kServiceHandle, 0)},
+    {"ControlService", "-n", kZero},
+    {"CreateServiceW", "-ttnnnnttpttt", kZero, opensResult(Account::kServiceHandle)},
+    {"DeleteService", "", kZero},
+    {"EnumServicesStatusW", "-nnpn--i", kZero},
+    {"GetServiceDisplayNameW", "-tpi", kZero},
+    {"GetServiceKeyNameW", "-tpi", kZero},
+    {"LockServiceDatabase", "w", kZero, opensResult(Account::kDatabaseLock)},
+    {"OpenSCManagerW", "ppn", kZero, opensResult(Account::kServiceHandle)},
+    {"OpenServiceW", "-tn", kZero, opensResult(Account::kServiceHandle)},
+    {"QueryServiceConfig2W", "-npn", kZero},
+    {"QueryServiceConfigW", "-pn", kZero},
+    {"QueryServiceStatus", "w", kZero},
+    {"QueryServiceStatusEx", "-npn", kZero},
+    {"StartServiceW", "-nq", kZero},
+    {"UnlockServiceDatabase", "w", kCannotFail, closes(Account::kDatabaseLock, 0)},
+
     // The process.
     {"GetEnvironmentVariable*", "t-n", kZero},
     {"SetEnvironmentVariable*", "tt", kZero},

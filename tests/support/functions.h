@@ -27,6 +27,9 @@ constexpr std::string_view kSid = "SID";
 constexpr std::string_view kItemList = "item list";
 constexpr std::string_view kInterface = "interface";
 constexpr std::string_view kDesktop = "station or desktop";
+/// The service manager or a service.
+constexpr std::string_view kServiceHandle = "service handle";
+constexpr std::string_view kDatabaseLock = "database lock";
 }  // namespace Account
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
@@ -95,6 +98,7 @@ struct Function {
   ///     o  a security descriptor: whose it makes something
   ///     c  what is copied to another process: a number, its size and its text
   ///     s  how a program is started: desktop, size, flags, window, and its three handles
+  ///     c  what is changed of a service, by the level before it
   std::string_view signature = {};
   Failure failure = Failure::kCannotFail;
   Effect effect = {};

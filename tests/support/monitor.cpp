@@ -21,6 +21,17 @@ bool concerns(const FailRule& rule, const Call& call) {
          (call.words[1] > 0xFFFF && rule.lookedUp == reinterpret_cast<const char*>(call.words[1]));
 }
 
+/// The pointers of an answer, which are known only when it is written: see Hooks.HERE.
+void lead(uint64_t place, size_t size) {
+  constexpr uint64_t kHere = 0x5CE4E;
+  auto* const words = reinterpret_cast<uint64_t*>(place);
+  for (uint64_t* word = words; word < words + size / sizeof(uint64_t); ++word) {
+    if (*word >> 32 == kHere) {
+      *word = place + static_cast<uint32_t>(*word);
+    }
+  }
+}
+
 }  // namespace
 
 LastErrorScope::LastErrorScope() : error_(GetLastError()) {}
@@ -76,6 +87,7 @@ bool Monitor::answered(Call& call, LastErrorScope& lastError) {
   }
   for (const auto& [argument, bytes] : answer.writes) {
     std::memcpy(reinterpret_cast<void*>(call.words[argument]), bytes.data(), bytes.size());
+    lead(call.words[argument], bytes.size());
   }
   call.result = answer.result;
   if (answer.lastError != 0) {

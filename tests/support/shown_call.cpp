@@ -105,6 +105,23 @@ std::wstring showCopied(const COPYDATASTRUCT* data) {
          showText(static_cast<const char*>(data->lpData));
 }
 
+/// A description, or what is done on failure: "60 message command 1/500 2/0".
+std::wstring showServiceChange(uint64_t level, uint64_t address) {
+  if (level == SERVICE_CONFIG_DESCRIPTION) {
+    return showText(true, *at<uint64_t>(address));
+  }
+  const auto& failure = *at<SERVICE_FAILURE_ACTIONSW>(address);
+  std::wstring text = showNumber32(failure.dwResetPeriod) + L" " +
+                      showText(true, reinterpret_cast<uint64_t>(failure.lpRebootMsg)) + L" " +
+                      showText(true, reinterpret_cast<uint64_t>(failure.lpCommand)) +
+                      (failure.lpsaActions == nullptr ? L" null" : L"");
+  for (size_t index = 0; index < failure.cActions; ++index) {
+    const SC_ACTION& action = failure.lpsaActions[index];
+    text += L" " + std::to_wstring(action.Type) + L"/" + showNumber32(action.Delay);
+  }
+  return text;
+}
+
 std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
   const uint64_t value = *word;
   switch (letter) {
@@ -131,6 +148,8 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
       return showCopied(at<COPYDATASTRUCT>(value));
     case 's':
       return showStartup(wide, at<STARTUPINFOA>(value));
+    case 'c':
+      return showServiceChange(word[-1], value);
     case 'd':
       return value == 0 ? L"null" : showBytes(at<uint8_t>(value), static_cast<uint32_t>(word[1]));
     default:

@@ -48,6 +48,20 @@ jobjectArray newJavaStringArray(JNIEnv* env,
   });
 }
 
+jstring newOptionalJavaString(JNIEnv* env, const wchar_t* text) {
+  return text == nullptr ? nullptr : newJavaString(env, text);
+}
+
+jobjectArray newOptionalJavaStringArray(JNIEnv* env, const OptionalTexts& texts) {
+  if (!texts) {
+    return nullptr;
+  }
+  const auto type = made(env, env->FindClass("java/lang/String"));
+  return newJavaArray(env, type.get(), *texts, nullptr, [env](const OptionalText& text) {
+    return newOptionalJavaString(env, text.get());
+  });
+}
+
 jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes) {
   const jsize length = javaLength(bytes.byteLength());
   LocalReference array(env, env->NewByteArray(length));
@@ -61,6 +75,15 @@ jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes) {
 
 WString textFromJava(JNIEnv* env, jstring string) {
   return textOrEmpty(JniString(env, string).get());
+}
+
+OptionalTexts optionalTextsFromJava(JNIEnv* env, jobjectArray strings) {
+  if (strings == nullptr) {
+    return std::nullopt;
+  }
+  return readJavaArray(env, strings, [env](jobject string) {
+    return OptionalText(JniString(env, static_cast<jstring>(string)).get());
+  });
 }
 
 std::vector<WString> textsFromJava(JNIEnv* env, jobjectArray strings) {

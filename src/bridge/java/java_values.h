@@ -6,6 +6,7 @@
 
 #include "bridge/java/java_reference.h"
 #include "bridge/win32/byte_buffer.h"
+#include "bridge/win32/optional_text.h"
 #include "bridge/win32/text.h"
 
 namespace corvane {
@@ -39,11 +40,18 @@ jobjectArray newJavaStringArray(JNIEnv* env,
                                 const std::vector<WString>& texts,
                                 const wchar_t* initial = nullptr);
 
+// What is absent is null in Java, elements too.
+jstring newOptionalJavaString(JNIEnv* env, const wchar_t* text);
+jobjectArray newOptionalJavaStringArray(JNIEnv* env, const OptionalTexts& texts);
+
 /// Throws Win32Failure with E_OUTOFMEMORY when the array cannot be made.
 jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes);
 
 /// The text of a Java string for what makes no difference between null and empty.
 WString textFromJava(JNIEnv* env, jstring string);
+
+/// The texts of an array for what does make one: null is absent, the array and each element.
+OptionalTexts optionalTextsFromJava(JNIEnv* env, jobjectArray strings);
 
 // Values from Java. Both throw Win32Failure with ERROR_INVALID_PARAMETER for a null array.
 

@@ -2,6 +2,8 @@
 
 #include <cwchar>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "bridge/win32/text.h"
 
@@ -29,5 +31,8 @@ class OptionalText {
  private:
   std::unique_ptr<wchar_t[]> units_;
 };
+
+/// A list of such texts, which may be absent itself.
+using OptionalTexts = std::optional<std::vector<OptionalText>>;
 
 }  // namespace corvane

@@ -62,6 +62,9 @@ public final class Hooks {
         fail(function, nth, 0, false);
     }
 
+    /** In the data of an answer, with a number added: the place so many bytes behind where they are written. */
+    static final long HERE = 0x5CE4E00000000L;
+
     /**
      * Answers one call of a function in Windows' place, or every later one: writes {@code data} to where the
      * arguments with these indexes point and leaves this last error; 0: the last error stays as it is. Answers

@@ -1,7 +1,7 @@
 package com.corvane.testing;
 
 import com.corvane.util.FileAttributes;
-import com.corvane.wizard.platform.win32.environment.WindowsEnvironment;
+import com.corvane.wizard.platform.win32.win32service.Win2kSCAction;
 import com.corvane.wizard.service.ServiceException;
 import java.lang.reflect.Field;
 import java.lang.reflect.InvocationTargetException;
@@ -22,9 +22,11 @@ import java.util.stream.Stream;
 /** A native of the library, called by its name with arguments as a scene writes them. */
 final class Native {
 
-    /** Classes of natives: Win32DesktopServiceImpl and so on. */
+    /** The classes of natives. */
     private static final List<String> SERVICES =
-            List.of("Desktop", "File", "Product", "Registry", "Security", "SystemUtil", "WizardInitialize", "");
+            List.of("Win32DesktopServiceImpl", "Win32FileServiceImpl", "Win32ProductServiceImpl",
+                    "Win32RegistryServiceImpl", "Win32SecurityServiceImpl", "Win32ServiceImpl",
+                    "Win32SystemUtilServiceImpl", "Win32WizardInitializeServiceImpl", "environment.WindowsEnvironment");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
     /** A list is one argument. */
@@ -55,8 +57,7 @@ final class Native {
 
     private static Class<?> classOf(String service) {
         try {
-            return service.isEmpty() ? WindowsEnvironment.class
-                    : Class.forName("com.corvane.wizard.platform.win32.Win32" + service + "ServiceImpl");
+            return Class.forName("com.corvane.wizard.platform.win32." + service);
         } catch (ClassNotFoundException failure) {
             throw new AssertionError(failure);
         }
@@ -79,24 +80,48 @@ final class Native {
             };
         } else if (type == byte[].class) {
             return Words.bytes(word);
+        } else if (type == Win2kSCAction.class) {
+            String[] numbers = word.split("/");
+            return new Win2kSCAction(Integer.parseInt(numbers[0]), Integer.parseInt(numbers[1]));
         }
         List<String> items = items(word);
         String[] texts = items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
                 .toArray(String[]::new);
-        if (type == Object.class) {
+        if (type == String[].class) {
+            return texts;
+        } else if (type == Object.class) {
             return new Requested(Arrays.asList(texts));
+        } else if (type == Enumeration.class) {
+            return Collections.enumeration(Arrays.asList(texts));
         }
-        return type == String[].class ? texts
-                : type == Enumeration.class ? Collections.enumeration(Arrays.asList(texts)) : attributes(items);
+        return type == FileAttributes.class ? attributes(items) : record(type, items);
+    }
+
+    /** {@code [startType=2, action=1/500]}: each is set, or added. */
+    private Object record(Class<?> type, List<String> items) {
+        try {
+            Object record = type.getConstructor().newInstance();
+            for (String item : items) {
+                String[] parts = item.split("=", 2);
+                Method setter = Arrays.stream(type.getMethods())
+                        .filter(method -> method.getName().matches("(?i)(set|add)" + parts[0])).findAny().orElseThrow();
+                setter.invoke(record, argument(setter.getParameterTypes()[0], parts[1]));
+            }
+            return record;
+        } catch (ReflectiveOperationException failure) {
+            throw new AssertionError(failure);
+        }
     }
 
     private static String unquoted(String word) {
         return word.replace("'", "");
     }
 
+    /** {@code [a, b]}, and {@code a+b} within a list. */
     private static List<String> items(String list) {
-        String inside = Words.spelledOut(list.substring(1, list.length() - 1));
-        return inside.isEmpty() ? List.of() : List.of(inside.split(", ?"));
+        boolean within = !list.startsWith("[");
+        String inside = Words.spelledOut(within ? list : list.substring(1, list.length() - 1));
+        return inside.isEmpty() ? List.of() : List.of(inside.split(within ? "\\+" : ", ?"));
     }
 
     private static FileAttributes attributes(List<String> names) {

@@ -112,6 +112,7 @@ final class Plan {
         return switch (text.charAt(0)) {
             case 'n' -> Bytes.number((int) Words.number(text.substring(1)));
             case 'q' -> Bytes.word(Words.number(text.substring(1)));
+            case 'r' -> Bytes.word(Hooks.HERE + Words.number(text.substring(1)));
             case 'x' -> Words.bytes(text);
             case 'z' -> new byte[Integer.parseInt(text.substring(1))];
             default -> throw new AssertionError("not understood as data: " + text);

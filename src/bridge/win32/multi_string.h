@@ -7,7 +7,8 @@
 
 namespace corvane {
 
-/// The list form of a REG_MULTI_SZ: each text with its terminator, then one terminator more.
+/// The form in which Windows takes and keeps a list of texts, as a REG_MULTI_SZ or as the
+/// dependencies of a service: each text with its terminator, then one terminator more.
 
 /// Throws std::length_error when the list is beyond what a 32-bit count can hold.
 ByteBuffer packMultiString(const std::vector<WString>& texts);

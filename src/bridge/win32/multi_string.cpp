@@ -1,4 +1,4 @@
-#include "registry/multi_string.h"
+#include "bridge/win32/multi_string.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -13,7 +13,7 @@ ByteBuffer packMultiString(const std::vector<WString>& texts) {
     units += text.size() + 1;
   }
   if (units > std::numeric_limits<uint32_t>::max()) {
-    throw std::length_error("list too long for a registry value");
+    throw std::length_error("list too long for a 32-bit count");
   }
   ByteBuffer packed;
   packed.allocate(static_cast<uint32_t>(units), sizeof(wchar_t));
