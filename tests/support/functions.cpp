@@ -79,7 +79,9 @@ constexpr Function kWin32Functions[] = {
     {"FindNextFile*", "", kZero},
     {"GetFileAttributes*", "t", kMinusOne},
     {"GetFileSize", "", kMinusOne},
-    {"GetShortPathNameA", "tpn", kZero},
+    {"GetFileVersionInfo*", "tnnp", kZero},
+    {"GetFileVersionInfoSize*", "tp", kZero},
+    {"GetShortPathName*", "tpn", kZero},
     {"GetWindowsDirectory*", "-n", kZero},
     {"MapViewOfFile", "-nnnw", kZero, opensResult(Account::kView)},
     {"MoveFileA", "tt", kZero},
@@ -90,6 +92,7 @@ constexpr Function kWin32Functions[] = {
     {"SetFilePointer", "-npn", kMinusOne},
     {"SetFileTime", "-qqq", kZero},
     {"UnmapViewOfFile", "", kCannotFail, closes(Account::kView, 0)},
+    {"VerQueryValue*", "-t", kZero},
 
     // Drives and directories. A kind of drive or folder that is unknown is no error.
     {"CreateDirectory*", "tp", kZero},
@@ -168,6 +171,28 @@ constexpr Function kWin32Functions[] = {
     {"StartServiceW", "-nq", kZero},
     {"UnlockServiceDatabase", "w", kCannotFail, closes(Account::kDatabaseLock, 0)},
 
+    // Account rights, users and groups.
+    {"GetComputerNameA", "", kZero},
+    {"LocalAlloc", "nn", kZero, opensResult(Account::kLocalBlock)},
+    {"LookupAccountNameA", "ttpi-i", kZero},
+    {"LsaAddAccountRights", "ws[hhu]n", kStatus, {}, kStatusLacks},
+    {"LsaClose", "w", kStatus, closes(Account::kHandle, 0), kStatusLacks},
+    {"LsaEnumerateAccountRights", "ws", kStatus, opensAt(Account::kLsaMemory, 2), kStatusLacks},
+    {"LsaFreeMemory", "w", kCannotFail, closes(Account::kLsaMemory, 0)},
+    {"LsaNtStatusToWinError", "n"},
+    {"LsaOpenPolicy", "{hhu}{nwwnww}n", kStatus, opensAt(Account::kHandle, 3), kStatusLacks},
+    {"LsaRemoveAccountRights", "wsy[hhu]n", kStatus, {}, kStatusLacks},
+    {"NetApiBufferFree", "w", kCannotFail, closes(Account::kNetBuffer, 0)},
+    {"NetGetDCName", "uu", kStatus, opensAt(Account::kNetBuffer, 2)},
+    {"NetGroupAdd", "un{uu}p", kStatus},
+    {"NetGroupAddUser", "uuu", kStatus},
+    {"NetGroupDel", "uu", kStatus},
+    {"NetLocalGroupAdd", "un{uu}p", kStatus},
+    {"NetLocalGroupAddMembers", "uun[u]n", kStatus},
+    {"NetLocalGroupDel", "uu", kStatus},
+    {"NetUserAdd", "un{uunnuununuuuunnnnnwnnunn}p", kStatus},
+    {"NetUserDel", "uu", kStatus},
+
     // The process.
     {"GetCurrentProcess"},
     {"GetCurrentThread"},
@@ -209,6 +234,7 @@ constexpr Function kJniFunctions[] = {
 
     JNI(NewString, "--n", kThrows, kNewLocal),
     JNI(GetStringLength, "", kNeverThrows),
+    JNI(GetStringRegion, "", kThrows),
     JNI(GetStringChars, "", kThrows, asksFor(Account::kPinnedString, 1)),
     JNI(ReleaseStringChars, "", kCleansUp, closes(Account::kPinnedString, 1)),
 
@@ -242,7 +268,7 @@ constexpr std::string_view kUntouchedFunctions[] = {
     "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "Sleep", "TlsAlloc", "TlsFree",
     "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery", "WaitForSingleObject",
     "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
-    "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
+    "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsicmp", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
     "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",
     "strlen", "strncmp", "vfprintf", "wcschr", "wcslen", "wcsncpy", "wcsspn", "wcstol",
 };
