@@ -19,8 +19,8 @@ import java.util.stream.IntStream;
 final class Native {
 
     /** Classes of natives: Win32DesktopServiceImpl and so on. */
-    private static final List<String> SERVICES =
-            List.of("Desktop", "File", "Product", "Registry", "Security", "", "SystemUtil", "WizardInitialize");
+    private static final List<String> SERVICES = List.of("Win32Desktop", "Win32File", "Win32Product", "Win32Registry",
+            "Win32Security", "Win32", "Win32SystemUtil", "Win32WizardInitialize", "security.WindowsAccountPrivilege");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
     /** A list is one argument. */
@@ -48,7 +48,7 @@ final class Native {
 
     private static Class<?> classOf(String service) {
         try {
-            return Class.forName("com.corvane.wizard.platform.win32.Win32" + service + "ServiceImpl");
+            return Class.forName("com.corvane.wizard.platform.win32." + service + "ServiceImpl");
         } catch (ClassNotFoundException failure) {
             throw new AssertionError(failure);
         }
@@ -152,7 +152,7 @@ final class Native {
         message = String.valueOf(exception.getMessage()).replace("\r\n", "");
         String reason = exception.getMessage() == null ? "without a message"
                 : "error " + Integer.toUnsignedLong(exception.getReason());
-        return exception.getCode() + " " + reason + beside;
+        return exception.getCode() + " " + reason + (exception.getSeverity() == 1 ? " severe" : "") + beside;
     }
 
     private static String shown(Object result) {
