@@ -101,7 +101,7 @@ def natives():
     """Each native stands under its whole class and method where it is defined, once."""
     text = "".join(path.read_text("utf-8") for path in sources if path.name.endswith("_natives.cpp"))
     for owner, method in sorted(declared_codes()):
-        found = len(re.findall(rf"\b(?:[a-z]+_)?{owner}, {method}\)", text))
+        found = len(re.findall(rf"(?:\b|_){owner}, {method}\)", text))
         if found != 1:
             yield f"{owner}, {method}) stands {found} times in *_natives.cpp"
 

@@ -6,7 +6,7 @@
 #include "bridge/java/java_values.h"
 #include "bridge/java/jni_string.h"
 #include "bridge/java/native_text.h"
-#include "bridge/win32/platform.h"
+#include "bridge/java/nt_only.h"
 #include "desktop/place.h"
 #include "file/properties/file_owner.h"
 #include "file/properties/path_attributes.h"
@@ -59,13 +59,11 @@ WString pathOf(JNIEnv* env, const Item& item) {
 
 template <class Named>
 jstring getPrincipal(JNIEnv* env, jint code, Principal which, const Named& place) {
-  return nativeFrame(env, [&]() -> jstring {
-    if (isWindows9x()) {
-      throwNotSupported(env);
-      return nullptr;
-    }
-    return nativeText(env, code, [&](WString& name) {
-      name = readPrincipal(pathOf(env, place).c_str(), which).name;
+  return nativeFrame(env, [&] {
+    return onNTFamily(env, [&] {
+      return nativeText(env, code, [&](WString& name) {
+        name = readPrincipal(pathOf(env, place).c_str(), which).name;
+      });
     });
   });
 }
@@ -73,13 +71,11 @@ jstring getPrincipal(JNIEnv* env, jint code, Principal which, const Named& place
 template <class Named>
 void setPrincipal(JNIEnv* env, jint code, Principal which, const Named& place, jstring account) {
   nativeFrame(env, code, [&] {
-    if (isWindows9x()) {
-      throwNotSupported(env);
-      return;
-    }
-    const WString path = pathOf(env, place);
-    const JniString name(env, account);
-    writePrincipal(path.c_str(), which, name.get());
+    onNTFamily(env, [&] {
+      const WString path = pathOf(env, place);
+      const JniString name(env, account);
+      writePrincipal(path.c_str(), which, name.get());
+    });
   });
 }
 

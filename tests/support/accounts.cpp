@@ -40,6 +40,11 @@ constexpr LeftOpen kLeftOpen[] = {
     {"setDesktopFolderOwner", Account::kHandle},
     {"setDesktopFolderOwnerGroup", Account::kHandle},
     {"changeWin2kServiceFailureActions", Account::kHandle},
+    // A policy with which something failed stays open; see SecurityPolicy.
+    {"nativeAddAccountRights", Account::kHandle},
+    {"nativeRemoveAllRights", Account::kHandle},
+    {"nativeRemoveAccountRights", Account::kHandle},
+    {"nativeEnumerateAccountRights", Account::kHandle},
 };
 
 bool staysOpen(std::string_view account, std::string_view native) {

@@ -85,7 +85,9 @@ constexpr Function kWin32Functions[] = {
     {"FindNextFile*", "", kZero},
     {"GetFileAttributes*", "t", kMinusOne},
     {"GetFileSize", "", kMinusOne},
-    {"GetShortPathNameA", "tpn", kZero},
+    {"GetFileVersionInfo*", "tnnp", kZero},
+    {"GetFileVersionInfoSize*", "tp", kZero},
+    {"GetShortPathName*", "tpn", kZero},
     {"GetWindowsDirectory*", "-n", kZero},
     {"MapViewOfFile", "-nnnw", kZero, opensResult(Account::kView)},
     {"MoveFileA", "tt", kZero},
@@ -96,6 +98,7 @@ constexpr Function kWin32Functions[] = {
     {"SetFilePointer", "-npn", kMinusOne},
     {"SetFileTime", "-qqq", kZero},
     {"UnmapViewOfFile", "", kCannotFail, closes(Account::kView, 0)},
+    {"VerQueryValue*", "-t", kZero},
 
     // Drives and directories. A kind of drive or folder that is unknown is no error.
     {"CreateDirectory*", "tp", kZero},
@@ -161,9 +164,9 @@ constexpr Function kWin32Functions[] = {
     {"CloseWindowStation", "w", kCannotFail, closes(Account::kDesktop, 0)},
     {"CopySid", "n-", kZero},
     {"CreatePipe", "--in", kZero, opensAt(Account::kHandle, 0, 2)},
-    {"CreateProcessA", "ttppnnpps", kZero, opensAt(Account::kHandle, 9, 2)},
-    {"CreateProcessAsUserA", "wttppnnpps", kZero, opensAt(Account::kHandle, 10, 2)},
-    {"CreateProcessWithLogonW", "tttnttnpps", kZero, opensAt(Account::kHandle, 10, 2)},
+    {"CreateProcessA", "ttppnnppl", kZero, opensAt(Account::kHandle, 9, 2)},
+    {"CreateProcessAsUserA", "wttppnnppl", kZero, opensAt(Account::kHandle, 10, 2)},
+    {"CreateProcessWithLogonW", "tttnttnppl", kZero, opensAt(Account::kHandle, 10, 2)},
     {"GetAce", "-n", kZero},
     {"GetAclInformation", "--nn", kZero},
     {"GetExitCodeProcess", "w", kZero},
@@ -195,7 +198,7 @@ constexpr Function kWin32Functions[] = {
     {"GetWindowThreadProcessId", "wp"},
     {"ImmGetDefaultIMEWnd", "w"},
     {"IsWindowVisible", "w"},
-    {"SendMessageA", "wnwc"},
+    {"SendMessageA", "wnwm"},
     {"SendMessageTimeoutA", "wnntnnp", kZero},
     {"ShowWindow", "wn"},
 
@@ -218,6 +221,28 @@ constexpr Function kWin32Functions[] = {
     {"QueryServiceStatusEx", "-npn", kZero},
     {"StartServiceW", "-nq", kZero},
     {"UnlockServiceDatabase", "w", kCannotFail, closes(Account::kDatabaseLock, 0)},
+
+    // Account rights, users and groups.
+    {"GetComputerNameA", "", kZero},
+    {"LocalAlloc", "nn", kZero, opensResult(Account::kLocalBlock)},
+    {"LookupAccountNameA", "ttpi-i", kZero},
+    {"LsaAddAccountRights", "ws[hhu]n", kStatus, {}, kStatusLacks},
+    {"LsaClose", "w", kStatus, closes(Account::kHandle, 0), kStatusLacks},
+    {"LsaEnumerateAccountRights", "ws", kStatus, opensAt(Account::kLsaMemory, 2), kStatusLacks},
+    {"LsaFreeMemory", "w", kCannotFail, closes(Account::kLsaMemory, 0)},
+    {"LsaNtStatusToWinError", "n"},
+    {"LsaOpenPolicy", "{hhu}{nwwnww}n", kStatus, opensAt(Account::kHandle, 3), kStatusLacks},
+    {"LsaRemoveAccountRights", "wsy[hhu]n", kStatus, {}, kStatusLacks},
+    {"NetApiBufferFree", "w", kCannotFail, closes(Account::kNetBuffer, 0)},
+    {"NetGetDCName", "uu", kStatus, opensAt(Account::kNetBuffer, 2)},
+    {"NetGroupAdd", "un{uu}p", kStatus},
+    {"NetGroupAddUser", "uuu", kStatus},
+    {"NetGroupDel", "uu", kStatus},
+    {"NetLocalGroupAdd", "un{uu}p", kStatus},
+    {"NetLocalGroupAddMembers", "uun[u]n", kStatus},
+    {"NetLocalGroupDel", "uu", kStatus},
+    {"NetUserAdd", "un{uunnuununuuuunnnnnwnnunn}p", kStatus},
+    {"NetUserDel", "uu", kStatus},
 
     // The process.
     {"GetEnvironmentVariable*", "t-n", kZero},
@@ -262,6 +287,7 @@ constexpr Function kJniFunctions[] = {
 
     JNI(NewString, "--n", kThrows, kNewLocal),
     JNI(GetStringLength, "", kNeverThrows),
+    JNI(GetStringRegion, "", kThrows),
     JNI(GetStringChars, "", kThrows, asksFor(Account::kPinnedString, 1)),
     JNI(ReleaseStringChars, "", kCleansUp, closes(Account::kPinnedString, 1)),
 
@@ -295,7 +321,7 @@ constexpr std::string_view kUntouchedFunctions[] = {
     "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "TlsAlloc", "TlsFree",
     "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery",
     "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
-    "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
+    "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsicmp", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
     "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",
     "strlen", "strncmp", "vfprintf", "wcschr", "wcslen", "wcsncpy", "wcsspn", "wcstol",
 };

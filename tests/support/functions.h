@@ -30,6 +30,8 @@ constexpr std::string_view kDesktop = "station or desktop";
 /// The service manager or a service.
 constexpr std::string_view kServiceHandle = "service handle";
 constexpr std::string_view kDatabaseLock = "database lock";
+constexpr std::string_view kLsaMemory = "memory of the security authority";
+constexpr std::string_view kNetBuffer = "network buffer";
 }  // namespace Account
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
@@ -95,10 +97,12 @@ struct Function {
   ///     y  8-bit number                       k  registry key: HKCU and its like, or "a key"
   ///     i  where a 32-bit number stands       q  where a 64-bit number stands
   ///     d  bytes; the next argument is their number       6  as many bytes as the digit
-  ///     o  a security descriptor: whose it makes something
-  ///     c  what is copied to another process: a number, its size and its text
-  ///     s  how a program is started: desktop, size, flags, window, and its three handles
+  ///     o  a security descriptor: whose it makes something        s  a SID
+  ///     m  what is copied to another process: a number, its size and its text
+  ///     l  how a program is started: desktop, size, flags, window, and its three handles
   ///     c  what is changed of a service, by the level before it
+  ///     {uhn}  a record: its fields, of which h has 16 bits
+  ///     [uhn]  such records; the next argument is their number
   std::string_view signature = {};
   Failure failure = Failure::kCannotFail;
   Effect effect = {};

@@ -22,6 +22,9 @@ struct Block {
 };
 std::map<uint64_t, Block> blocks;
 
+/// What the passwords of the tests hold. In memory that is given back it must not be found.
+constexpr std::wstring_view kSecret = L"geheim";
+
 /// Checks a block that is about to be freed or moved; one from before the watch began is not known.
 /// False when it is free already.
 bool retire(uint64_t address, const std::string& function) {
@@ -40,6 +43,10 @@ bool retire(uint64_t address, const std::string& function) {
       })) {
     violation("the library wrote past the end of a heap block of " + std::to_string(size) +
               " bytes");
+  }
+  if (std::wstring_view(reinterpret_cast<const wchar_t*>(block), size / sizeof(wchar_t))
+          .find(kSecret) != kSecret.npos) {
+    violation("a password is left in a heap block that is freed");
   }
   accounts().close(Account::kHeapBlock, address, function);
   isFree = true;

@@ -1,5 +1,6 @@
 #include <com_corvane_testing_Hooks.h>
 
+#include <deque>
 #include <stdexcept>
 
 #include "accounts.h"
@@ -141,6 +142,11 @@ HOOK(void, answer)
 
 HOOK(void, answerValue)(JNIEnv* env, jclass, jint type, jbyteArray content) {
   fakeValue(static_cast<uint32_t>(type), data(env, content));
+}
+
+HOOK(jlong, keep)(JNIEnv* env, jclass, jbyteArray content) {
+  static std::deque<decltype(data(env, content))> kept;
+  return reinterpret_cast<jlong>(kept.emplace_back(data(env, content)).data());
 }
 
 HOOK(void, answerModule)(JNIEnv* env, jclass, jstring name, jstring file) {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstring>
 #include <iterator>
 #include <sstream>
 
@@ -64,21 +65,21 @@ std::wstring showKey(uint64_t word) {
   return number < std::size(kNames) ? kNames[number] : word == 0 ? L"null" : L"a key";
 }
 
-std::wstring showSid(const char* label, const void* sid) {
-  if (sid == nullptr) {
-    return L"";
-  }
+std::wstring showSid(const void* sid) {
   const auto* bytes = static_cast<const uint8_t*>(sid);
-  std::wstring text =
-      showText(label) + L"=S-" + std::to_wstring(bytes[0]) + L"-" + std::to_wstring(bytes[7]);
+  std::wstring text = L"S-" + std::to_wstring(bytes[0]) + L"-" + std::to_wstring(bytes[7]);
   for (size_t index = 0; index < bytes[1]; ++index) {
     text += L"-" + std::to_wstring(*reinterpret_cast<const uint32_t*>(bytes + 8 + 4 * index));
   }
   return text;
 }
 
+std::wstring showSid(const wchar_t* label, const void* sid) {
+  return sid == nullptr ? L"" : label + showSid(sid);
+}
+
 std::wstring showDescriptor(const SECURITY_DESCRIPTOR* descriptor) {
-  std::wstring text = showSid("owner", descriptor->Owner) + showSid("group", descriptor->Group);
+  std::wstring text = showSid(L"owner=", descriptor->Owner) + showSid(L"group=", descriptor->Group);
   const bool more = descriptor->Revision != SECURITY_DESCRIPTOR_REVISION ||
                     descriptor->Control != 0 || descriptor->Sacl != nullptr ||
                     descriptor->Dacl != nullptr;
@@ -132,6 +133,7 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
       return showNumber32(static_cast<uint32_t>(value));
     case 'y':
       return showNumber(value & 0xFF);
+    case 'h':
     case 'w':
       return showNumber(value);
     case 'p':
@@ -142,11 +144,13 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
       return value == 0 ? L"null" : showNumber32(*at<uint32_t>(value));
     case 'q':
       return value == 0 ? L"null" : showNumber(*at<uint64_t>(value));
+    case 's':
+      return value == 0 ? L"null" : showSid(at<void>(value));
     case 'o':
       return value == 0 ? L"null" : showDescriptor(at<SECURITY_DESCRIPTOR>(value));
-    case 'c':
+    case 'm':
       return showCopied(at<COPYDATASTRUCT>(value));
-    case 's':
+    case 'l':
       return showStartup(wide, at<STARTUPINFOA>(value));
     case 'c':
       return showServiceChange(word[-1], value);
@@ -158,13 +162,41 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
   }
 }
 
+size_t sizeOfField(char letter) {
+  return letter == 'h' ? 2 : letter == 'n' ? 4 : 8;
+}
+
+/// Records that stand one behind the other; each field is at the next place that its size allows.
+std::wstring showRecords(std::string_view fields, uint64_t address, size_t count) {
+  std::wstring shown;
+  for (; address != 0 && count != 0; --count) {
+    for (const char& letter : fields) {
+      const size_t size = sizeOfField(letter);
+      address = (address + size - 1) / size * size;
+      uint64_t word = 0;
+      std::memcpy(&word, at<void>(address), size);
+      shown += (&letter == fields.data() ? L'(' : L',') + showArgument(letter, true, &word);
+      address += size;
+    }
+    address = (address + 7) / 8 * 8;
+    shown += L')';
+  }
+  return shown.empty() ? L"null" : shown;
+}
+
 }  // namespace
 
 std::wstring showCall(std::string_view name, std::string_view signature, const uint64_t* words) {
   std::wstring shown(name.begin(), name.end());
-  for (size_t index = 0; index < signature.size(); ++index) {
-    if (signature[index] != '-') {
-      shown += L'\t' + showArgument(signature[index], name.ends_with('W'), words + index);
+  for (; !signature.empty(); signature.remove_prefix(1), ++words) {
+    const char letter = signature[0];
+    if (letter == '{' || letter == '[') {
+      const size_t end = signature.find_first_of("}]");
+      const size_t count = letter == '{' ? 1 : static_cast<uint32_t>(words[1]);
+      shown += L'\t' + showRecords(signature.substr(1, end - 1), *words, count);
+      signature.remove_prefix(end);
+    } else if (letter != '-') {
+      shown += L'\t' + showArgument(letter, name.ends_with('W'), words);
     }
   }
   return shown;

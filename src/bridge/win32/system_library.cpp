@@ -53,4 +53,13 @@ HMODULE loadSystemLibrary(const char* name, DWORD flags) noexcept {
   return path ? LoadLibraryExA(path.get(), nullptr, flags) : nullptr;
 }
 
+HMODULE keptSystemLibrary(const wchar_t* name) noexcept {
+  const SystemPath<wchar_t> path(GetSystemDirectoryW, name);
+  if (!path) {
+    return nullptr;
+  }
+  const HMODULE loaded = GetModuleHandleW(path.get());
+  return loaded != nullptr ? loaded : LoadLibraryW(path.get());
+}
+
 }  // namespace corvane

@@ -15,4 +15,9 @@ HMODULE loadSystemLibrary(const wchar_t* name) noexcept;
 /// Win32: GetSystemDirectoryA, LoadLibraryExA.
 HMODULE loadSystemLibrary(const char* name, DWORD flags) noexcept;
 
+/// A library of Windows that is loaded by whoever needs it first, in the same way, and stays. It is
+/// found again by its full path: one of the same name from elsewhere is another library.
+/// Win32: GetSystemDirectoryW, GetModuleHandleW, LoadLibraryW.
+HMODULE keptSystemLibrary(const wchar_t* name) noexcept;
+
 }  // namespace corvane

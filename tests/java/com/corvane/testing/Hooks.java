@@ -105,6 +105,9 @@ public final class Hooks {
     /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */
     public static native void answerValue(int type, byte[] data);
 
+    /** The address of these data in memory of their own, which stays. */
+    static native long keep(byte[] data);
+
     /** The file that LoadLibraryExA loads for a name. */
     public static native void answerModule(String name, String file);
 

@@ -26,7 +26,8 @@ final class Native {
     private static final List<String> SERVICES =
             List.of("Win32DesktopServiceImpl", "Win32FileServiceImpl", "Win32ProductServiceImpl",
                     "Win32RegistryServiceImpl", "Win32SecurityServiceImpl", "Win32ServiceImpl",
-                    "Win32SystemUtilServiceImpl", "Win32WizardInitializeServiceImpl", "environment.WindowsEnvironment");
+                    "Win32SystemUtilServiceImpl", "Win32WizardInitializeServiceImpl", "environment.WindowsEnvironment",
+                    "security.WindowsAccountPrivilegeServiceImpl");
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
     /** A list is one argument. */
@@ -174,7 +175,7 @@ final class Native {
         message = String.valueOf(exception.getMessage()).replace("\r\n", "");
         String reason = exception.getMessage() == null ? "without a message"
                 : "error " + Integer.toUnsignedLong(exception.getReason());
-        return exception.getCode() + " " + reason + beside;
+        return exception.getCode() + " " + reason + (exception.getSeverity() == 1 ? " severe" : "") + beside;
     }
 
     private static String shown(Object result) {

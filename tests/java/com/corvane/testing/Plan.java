@@ -2,7 +2,9 @@ package com.corvane.testing;
 
 import com.corvane.testing.Words.Word;
 import java.io.ByteArrayOutputStream;
+import java.util.HashMap;
 import java.util.List;
+import java.util.Map;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 
@@ -15,6 +17,7 @@ final class Plan {
 
     private final Windows system;
     private final Stage stage;
+    private final Map<String, Long> addresses = new HashMap<>();
 
     private Plan(Windows system, Stage stage) {
         this.system = system;
@@ -41,6 +44,8 @@ final class Plan {
             Hooks.hide(fullName(entry.get(1).text()));
         } else if (first.equals("module")) {
             Hooks.answerModule(entry.get(1).text(), System.getProperty("corvane.test.support"));
+        } else if (first.equals("memory")) {
+            addresses.put(entry.get(1).text(), Hooks.keep(data(entry.subList(2, entry.size()), !system.isAnsi())));
         } else if (first.equals("value")) {
             Hooks.answerValue((int) Words.number(entry.get(1).text()),
                     data(entry.subList(2, entry.size()), !system.isAnsi()));
@@ -114,6 +119,7 @@ final class Plan {
             case 'q' -> Bytes.word(Words.number(text.substring(1)));
             case 'r' -> Bytes.word(Hooks.HERE + Words.number(text.substring(1)));
             case 'x' -> Words.bytes(text);
+            case '@' -> Bytes.word(addresses.get(text.substring(1)));
             case 'z' -> new byte[Integer.parseInt(text.substring(1))];
             default -> throw new AssertionError("not understood as data: " + text);
         };

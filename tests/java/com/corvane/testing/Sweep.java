@@ -32,7 +32,8 @@ final class Sweep {
     /** What may follow a failure: closing, asking for the reason, and raising. */
     private static final Pattern CLEAN_UP = Pattern.compile("(RegCloseKey|CloseHandle|FreeLibrary|LocalFree|FindClose"
             + "|UnmapViewOfFile|CloseServiceHandle|UnlockServiceDatabase"
-            + "|FreeSid|IMalloc::Free|I\\w+::Release|free|[GS]etLastError|RtlNtStatusToDosError|GetACP"
+            + "|FreeSid|Lsa(FreeMemory|NtStatusToWinError)|NetApiBufferFree"
+            + "|IMalloc::Free|I\\w+::Release|free|[GS]etLastError|RtlNtStatusToDosError|GetACP"
             + "|GetVersionExA|FormatMessage[AW]|MultiByteToWideChar|WideCharToMultiByte|malloc|calloc|realloc"
             + "|SetErrorMode [0-5]|SHGetMalloc|SetFileAttributes[AW] ~.\\w+ 33|AdjustTokenPrivileges 0 0 x\\w{24}0{8}"
             + "|Release\\w+|Delete(Local|Global)Ref|Exception\\w+|GetMethodID (<init>|setSeverity)|NewString|NewObjectV"

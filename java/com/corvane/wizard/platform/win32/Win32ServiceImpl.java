@@ -8,6 +8,7 @@ import com.corvane.wizard.service.ServiceException;
 
 /**
  * The services of Windows: programs that the system starts by itself, without anybody at the screen.
+ * And what the files of programs tell about themselves.
  *
  * <p>A service is named by its key name; it has a display name besides, which people see. All methods ask the
  * service manager of this machine for all rights, so they are for administrators, those that only ask
@@ -221,4 +222,23 @@ public class Win32ServiceImpl {
      * @throws ServiceException -1200014
      */
     public native Win2kServiceStatusProcess queryWin2kServiceStatusProcess(String serviceName) throws ServiceException;
+
+    /**
+     * Tells the version of a program, a library or any other file that has one among its resources. Windows:
+     * GetFileVersionInfo, VerQueryValue.
+     *
+     * @param path the file; a bare name is looked for as Windows looks for libraries
+     * @return a new object; null when the file has no version, or it cannot be read, for whatever reason
+     */
+    public native WindowsFixedFileInfo getFixedFileInfo(String path);
+
+    /**
+     * Tells the path by which the oldest programs reach a file: each of its names in the form of eight
+     * characters and three, where it has one. Windows: GetShortPathName.
+     *
+     * @param path a file or directory, which must be there
+     * @return the path; the given one when it has no other
+     * @throws ServiceException -1200015
+     */
+    public native String getShortPath(String path) throws ServiceException;
 }

@@ -1,0 +1,53 @@
+#include <com_corvane_wizard_platform_win32_Win32ServiceImpl.h>
+
+#include <exception>
+
+#include "bridge/java/java_values.h"
+#include "bridge/java/jni_string.h"
+#include "bridge/java/native_frame.h"
+#include "file/properties/file_version.h"
+#include "file/properties/fixed_file_info.h"
+#include "file/properties/short_path.h"
+
+using namespace corvane;
+
+// The natives of Win32ServiceImpl for files. What each does, takes and raises is said at its Java
+// declaration.
+
+namespace {
+
+constexpr jint kGetShortPathFailed = -1200015;
+
+/// What `read()` tells, as far as it can be told: a file whose version cannot be read, for whatever
+/// reason, has none. Only a Java exception is more than that, and stays pending.
+template <class Read>
+auto ifReadable(const Read& read) -> decltype(read()) {
+  try {
+    return read();
+  } catch (const Win32Failure&) {
+    return {};
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+}  // namespace
+
+extern "C" {
+
+NATIVE(jobject, Win32ServiceImpl, getFixedFileInfo)(JNIEnv* env, jobject, jstring path) {
+  return nativeFrame(env, [&] {
+    return ifReadable([&] {
+      const auto info = fixedFileInfo(JniString(env, path).get());
+      return info ? newFixedFileInfo(env, *info) : nullptr;
+    });
+  });
+}
+
+NATIVE(jstring, Win32ServiceImpl, getShortPath)(JNIEnv* env, jobject, jstring path) {
+  return nativeFrame(env, kGetShortPathFailed, [&] {
+    return newJavaString(env, shortPath(JniString(env, path).get()));
+  });
+}
+
+}  // extern "C"
