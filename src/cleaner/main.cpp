@@ -29,7 +29,7 @@ void run() {
   // The window is gone by now: nobody waits for one that does not answer.
   if (const auto order = receiveOrder(parent)) {
     parent.awaitEnd();
-    removeAll(order->removables);
+    removeAll(order->removables());
   }
 }
 

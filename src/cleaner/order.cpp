@@ -6,7 +6,6 @@
 #include <system_error>
 #include <utility>
 
-#include "bridge/win32/path.h"
 #include "cleaner/removable_path.h"
 
 namespace corvane {
@@ -17,15 +16,11 @@ constexpr wchar_t kSeparator = L';';
 constexpr const wchar_t* kTreeMark = L"*";
 
 /// A semicolon may be part of a name. No name has a star and every tree has one, and files come
-/// before trees: what has none behind a tree belongs to its name. Were it taken for an entry, the
-/// tree would be another: the one whose name ends before the semicolon. Behind a file, what is not
-/// absolute belongs to it where there is such a file.
+/// before trees: what has none behind a tree belongs to its name. Behind a file it does when it is
+/// not absolute, for nothing else may be removed. Were it taken for an entry, what comes before it
+/// would be another: the one whose name ends before the semicolon.
 bool goesOn(const Removable& before, const WString& piece) {
-  if (before.isTree) {
-    return !piece.starts_with(kTreeMark);
-  }
-  return !piece.starts_with(kTreeMark) && !isAbsolute(piece) &&
-         pathExists(before.path + kSeparator + piece);
+  return !piece.starts_with(kTreeMark) && (before.isTree || !isAbsolute(piece));
 }
 
 void append(std::vector<Removable>& entries, const WString& piece) {
@@ -48,9 +43,11 @@ std::vector<Removable> entriesIn(const WString& list) {
   return entries;
 }
 
-std::vector<Removable> removablesIn(const WString& list) {
+}  // namespace
+
+std::vector<Removable> Order::removables() const {
   std::vector<Removable> removables;
-  for (const Removable& entry : entriesIn(list)) {
+  for (const Removable& entry : entriesIn(boundedTextFromAnsi(list.data(), list.size()))) {
     if (WString path = removablePath(entry.path); !path.empty()) {
       removables.push_back({std::move(path), entry.isTree});
     }
@@ -58,10 +55,9 @@ std::vector<Removable> removablesIn(const WString& list) {
   return removables;
 }
 
-}  // namespace
-
 std::optional<Order> orderIn(const char* message, size_t size) {
-  if (size < 2 || strnlen(message, size) != size - 1 || (*message != '0' && *message != '1')) {
+  if (message == nullptr || size < 2 || strnlen(message, size) != size - 1 ||
+      (*message != '0' && *message != '1')) {
     return std::nullopt;
   }
   const char* const end = message + size - 1;
@@ -70,8 +66,7 @@ std::optional<Order> orderIn(const char* message, size_t size) {
   if (error != std::errc() || blank == end || *blank != ' ') {
     return std::nullopt;
   }
-  order.removables =
-      removablesIn(boundedTextFromAnsi(blank + 1, static_cast<size_t>(end - blank - 1)));
+  order.list.assign(blank + 1, end);
   return order;
 }
 

@@ -28,6 +28,15 @@ bool beginsAtComputer(const WString& path) noexcept {
   return path.size() >= 3 && isSeparator(path[0]) && isSeparator(path[1]) && !isSeparator(path[2]);
 }
 
+/// Behind the head of a path, where no name can be empty: it was another character that the code
+/// page lacks.
+bool hasEmptyName(const WString& path) noexcept {
+  const auto bothSeparators = [](wchar_t one, wchar_t next) {
+    return isSeparator(one) && isSeparator(next);
+  };
+  return std::adjacent_find(path.begin() + 2, path.end(), bothSeparators) != path.end();
+}
+
 /// What no name of a file holds; a colon only where it ends the drive.
 bool hasForeignCharacter(const WString& path) {
   return path.find_first_of(L"<>\"|?*") != WString::npos ||
@@ -54,8 +63,8 @@ WString removablePath(const WString& path) {
   const std::vector<WString> components = componentsOf(path);
   // The drive, or the computer and the share, and a name at least.
   const size_t fewest = onDrive ? 2 : 3;
-  if (!isAbsolute(path) || components.size() < fewest || hasForeignCharacter(path) ||
-      leadsUpwards(path) || namedPath(path) != path) {
+  if (!isAbsolute(path) || components.size() < fewest || hasEmptyName(path) ||
+      hasForeignCharacter(path) || leadsUpwards(path) || namedPath(path) != path) {
     return {};
   }
   return kLiteral + WString(onDrive ? L"" : L"UNC\\") + joined(components);

@@ -12,6 +12,13 @@ namespace {
 constexpr DWORD kPatienceMilliseconds = 10'000;
 constexpr DWORD kPauseMilliseconds = 200;
 
+/// What stands at a path. A link is one that leads to a directory; one to a file is like a file.
+enum class Found { kNothing, kFile, kLink, kDirectory };
+
+bool isGone(DWORD error) noexcept {
+  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
 /// How an entry is deleted.
 using Deletion = FileOutcome (*)(const wchar_t* path, EntryKind kind);
 
@@ -27,18 +34,10 @@ class Attempt {
   explicit Attempt(Deletion deletion) : delete_(deletion) {}
 
   void remove(const Removable& removable) {
-    DirectorySearch found(removable.path);
-    if (!found || !found.next()) {
-      return;
-    }
-    const bool isDirectory = found.isDirectory();
-    const bool isLink = found.isLink();
-    found.close();
-    if (!isDirectory) {
+    const Found found = find(removable.path);
+    if (found == Found::kFile) {
       removeEntry(removable.path, EntryKind::kFile);
-    } else if (removable.isTree && isLink) {
-      removeEntry(removable.path, EntryKind::kDirectory);
-    } else if (removable.isTree) {
+    } else if (found != Found::kNothing && removable.isTree) {
       removeTree(removable.path);
     }
   }
@@ -47,26 +46,44 @@ class Attempt {
   bool isIncomplete() const noexcept { return incomplete_; }
 
  private:
+  /// What cannot be told, such as on a drive that is not ready, is still there.
+  Found find(const WString& path) {
+    DirectorySearch search(path);
+    if (!search || !search.next()) {
+      incomplete_ |= !isGone(GetLastError());
+      return Found::kNothing;
+    }
+    if (!search.isDirectory()) {
+      return Found::kFile;
+    }
+    return search.isLink() ? Found::kLink : Found::kDirectory;
+  }
+
   /// However deep it is, without recursion: each directory is listed behind the one that it is in,
-  /// and they go from the end.
+  /// and they go from the end. Whether one is a link is asked right before it is gone into, for
+  /// another program may have put one there since it was listed. Were that done in the moment
+  /// after, or to a directory above it, the link would be followed: whoever can do so may delete in
+  /// the tree, and an order of an administrator should name no tree in which others may.
   void removeTree(const WString& root) {
     std::vector<WString> directories{root};
     for (size_t index = 0; index < directories.size(); ++index) {
-      removeContent(WString(directories[index]), directories);
+      if (find(directories[index]) == Found::kDirectory) {
+        removeContent(WString(directories[index]), directories);
+      }
     }
     for (auto directory = directories.rbegin(); directory != directories.rend(); ++directory) {
       removeEntry(*directory, EntryKind::kDirectory);
     }
   }
 
-  /// All but the directories in it, which are appended.
+  /// All but the directories in it and the links to such, which are appended.
   void removeContent(const WString& directory, std::vector<WString>& directories) {
     for (DirectorySearch found(directory + L"\\*"); found && found.next();) {
       WString path = directory + L"\\" + found.name();
-      if (found.isDirectory() && !found.isLink()) {
+      if (found.isDirectory()) {
         directories.push_back(std::move(path));
       } else {
-        removeEntry(path, found.isDirectory() ? EntryKind::kDirectory : EntryKind::kFile);
+        removeEntry(path, EntryKind::kFile);
       }
     }
   }
@@ -90,13 +107,15 @@ bool isIncomplete(const std::vector<Removable>& removables, Deletion deletion) {
 }  // namespace
 
 void removeAll(const std::vector<Removable>& removables) {
+  bool incomplete = isIncomplete(removables, deleteEntryNow);
+  // From here on, for to go through a large tree once may take longer.
   const DWORD begin = GetTickCount();
-  while (isIncomplete(removables, deleteEntryNow)) {
-    if (GetTickCount() - begin >= kPatienceMilliseconds) {
-      isIncomplete(removables, deleteNowOrAtReboot);
-      return;
-    }
+  while (incomplete && GetTickCount() - begin < kPatienceMilliseconds) {
     Sleep(kPauseMilliseconds);
+    incomplete = isIncomplete(removables, deleteEntryNow);
+  }
+  if (incomplete) {
+    isIncomplete(removables, deleteNowOrAtReboot);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <iterator>
+#include <utility>
 
 #include "bridge/win32/scoped_handle.h"
 #include "bridge/win32/win32_failure.h"
@@ -90,12 +91,14 @@ void AfterExitList::add(const char* mark, const WString& path) {
 }
 
 void handToCleaner(const char* cleaner, bool flag, const AfterExitList& list) {
+  // First, for a lack of memory must not leave a cleaner that waits for its order.
+  std::string text = handOverText(flag, list);
   const ScopedFile file = deletedWhenClosed(cleaner);
   const HWND sender = findWindowOfThread(GetCurrentThreadId());
   const StartedProcess started = start(cleaner);
   WaitForInputIdle(started.process.get(), kStartMilliseconds);
   if (const HWND window = findWindowOfThread(started.threadId); window != nullptr) {
-    handOver(window, sender, handOverText(flag, list));
+    handOver(window, sender, std::move(text));
   }
 }
 

@@ -23,7 +23,8 @@ class AfterExitList {
 };
 
 /// Starts the cleaner, a program that deletes files when this process has ended, and hands it the
-/// list. Its own file is deleted by the system when it is over.
+/// list. Its own file is deleted by the system when it is over, unless quotes keep that from being
+/// found.
 ///
 /// Throws Win32Failure when it cannot be started. That nothing of it listens is not noticed: any
 /// program may be the cleaner. It takes more than a second, for windows are waited for. `cleaner`

@@ -47,6 +47,9 @@ NATIVE(void, Win32SystemUtilServiceImpl, addSystemStartupCommand)
 NATIVE(jobject, Win32SystemUtilServiceImpl, systemStartupCommands)(JNIEnv* env, jobject) {
   return nativeFrame(env, [&] {
     const JavaVector commands(env);
+    if (!commands) {
+      return jobject();
+    }
     std::optional<uint32_t> error;
     try {
       listStartupCommands([&](const WString& command) { commands.add(command); });
@@ -70,6 +73,9 @@ NATIVE(void, Win32SystemUtilServiceImpl, nativeDeleteFilesAfterExit)
 (JNIEnv* env, jobject, jobject files, jobject directories, jboolean flag, jstring cleaner) {
   nativeFrame(env, kDeleteFailed, [&] {
     const JavaEnumerations enumerations(env);
+    if (!enumerations) {
+      return;
+    }
     const AnsiText program(textFromJava(env, cleaner).c_str());
     AfterExitList list;
     enumerations.forEachText(files, [&](const WString& path) { list.addFile(path); });

@@ -274,6 +274,7 @@ constexpr Effect kNewLocal = opensResult(Account::kLocalReference);
 constexpr Function kJniFunctions[] = {
     JNI(FindClass, "-t", kThrows, kNewLocal),
     JNI(GetObjectClass, "", kThrows, kNewLocal),
+    JNI(IsInstanceOf, "", kNeverThrows),
     JNI(GetMethodID, "--t", kThrows),
     JNI(GetStaticMethodID, "", kThrows),
     JNI(GetFieldID, "", kThrows),

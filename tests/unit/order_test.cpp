@@ -22,7 +22,7 @@ std::wstring read(const std::string& message) {
     return L"none";
   }
   std::wstring text = std::to_wstring(order->process);
-  for (const Removable& removable : order->removables) {
+  for (const Removable& removable : order->removables()) {
     EXPECT_TRUE(removable.path.starts_with(L"\\\\?\\"));
     text += (removable.isTree ? L" *" : L" ") + removable.path.substr(4);
   }
@@ -54,14 +54,15 @@ TEST(Order, IsReadStrictly) {
   EXPECT_EQ(read("11a C:\\a"), L"none") << "no terminator";
   EXPECT_EQ(read(terminated("11a C:\\a") + terminated(";D:\\b")), L"none") << "two";
   EXPECT_EQ(read(""), L"none");
+  EXPECT_FALSE(orderIn(nullptr, 2));
 }
 
-/// Cut at a semicolon of its name, a directory would be another one.
+/// Cut at a semicolon of its name, it would be another one, whether it is there or not.
 TEST(Order, KnowsNamesWithSemicolons) {
   EXPECT_EQ(read(terminated("1a *C:\\P;old\\x;*C:\\d;e;*D:\\f")),
             L"10 *C:\\P;old\\x *C:\\d;e *D:\\f");
   EXPECT_EQ(read(terminated("1a *C:\\P;D:\\x")), L"10") << "two that cannot be told apart";
-  EXPECT_EQ(read(terminated("1a C:\\none;x;D:\\y;z")), L"10 C:\\none D:\\y");
+  EXPECT_EQ(read(terminated("1a C:\\none;x;D:\\y;z")), L"10 C:\\none;x D:\\y;z");
 }
 
 TEST(RemovablePath, IsOneThingBelowARoot) {
@@ -75,7 +76,7 @@ TEST(RemovablePath, IsOneThingBelowARoot) {
   for (const std::wstring& path : parts(
            LR"(|a|a\b|\a|/a|C:|C:a|C:\|c:/|C:\\|C:\.|C:\.\a|C:\..|C:\a\..|C:\a\..\..\b|C:\a\.. \b)"
            LR"(|C:\ |C:\a\...|C:\*|C:\a?|C:\a:b|C:\a<b|\\s|\\s\d|\\s\d\|\\.\C:\a|\\?\C:\a|\??\C:\a)"
-           LR"(|\\\s\d\a|1:\a)")) {
+           LR"(|C:\a\\b|\\s\d\/a|\\\s\d\a|1:\a)")) {
     EXPECT_EQ(removablePath(path), L"") << testing::PrintToString(path);
   }
 }

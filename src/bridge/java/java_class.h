@@ -14,10 +14,11 @@ namespace corvane {
 ///   const JavaConstructor<> construct(env, type.get(), "()V");
 ///   const JavaMethod<void(jobject)> addElement(env, type.get(), "addElement", ...);
 /// What is not found is false, and the Java error of its look-up is pending: see `isFound`. In a
-/// class that is null nothing is looked up.
+/// class that is null nothing is looked up, and no class without a name.
 class JavaClass {
  public:
-  JavaClass(JNIEnv* env, const char* name) : class_(env, env->FindClass(name)) {}
+  JavaClass(JNIEnv* env, const char* name)
+      : class_(env, name == nullptr ? nullptr : env->FindClass(name)) {}
 
   explicit operator bool() const noexcept { return static_cast<bool>(class_); }
   jclass get() const noexcept { return class_.get(); }

@@ -2,13 +2,15 @@
 
 #include <jni.h>
 
+#include <typeinfo>
+
 #include "bridge/java/java_class.h"
 #include "bridge/java/java_values.h"
 
 namespace corvane {
 
 // Java's collections of old, in which texts come and go. What Java throws stays pending, and
-// PendingJavaException is thrown for it.
+// PendingJavaException is thrown for it. What the JVM did not find without a word is not called.
 
 /// Texts for Java, which gets them as a java.util.Enumeration.
 class JavaVector {
@@ -21,26 +23,33 @@ class JavaVector {
     throwIfJavaExceptionPending(env);
   }
 
+  /// False when the JVM made none.
+  explicit operator bool() const noexcept { return static_cast<bool>(vector_); }
+
   void add(const WString& text) const {
-    const LocalReference element(env_, newJavaString(env_, text));
-    addElement_(vector_.get(), element.get());
+    if (addElement_) {
+      const LocalReference element(env_, newJavaString(env_, text));
+      addElement_(vector_.get(), element.get());
+    }
   }
 
-  /// A new local reference.
+  /// A new local reference, or null.
   jobject elements() const {
     const JavaMethod<jobject()> elements(env_,
                                          type_.get(),
                                          "elements",
                                          "()Ljava/util/Enumeration;");
     throwIfJavaExceptionPending(env_);
-    return elements(vector_.get());
+    return elements ? elements(vector_.get()) : nullptr;
   }
 
  private:
   static LocalReference<jobject> newVector(JNIEnv* env, jclass type) {
     const JavaConstructor<> construct(env, type, "()V");
     throwIfJavaExceptionPending(env);
-    return made(env, construct().release());
+    LocalReference<jobject> vector(env, construct ? construct().release() : nullptr);
+    throwIfJavaExceptionPending(env);
+    return vector;
   }
 
   JNIEnv* env_;
@@ -56,24 +65,37 @@ class JavaEnumerations {
       : env_(env),
         type_(env, "java/util/Enumeration"),
         hasMore_(env, type_.get(), "hasMoreElements", "()Z"),
-        next_(env, hasMore_ ? type_.get() : nullptr, "nextElement", "()Ljava/lang/Object;") {
+        next_(env, hasMore_ ? type_.get() : nullptr, "nextElement", "()Ljava/lang/Object;"),
+        text_(env, next_ ? "java/lang/String" : nullptr) {
     throwIfJavaExceptionPending(env);
   }
 
-  /// Hands over each text that is left in it, null as an empty one. A null enumeration has none.
+  /// False when the JVM did not find them.
+  explicit operator bool() const noexcept { return static_cast<bool>(text_); }
+
+  /// Hands over each text that is left in it, null as an empty one. A null enumeration has none. An
+  /// element that is no text, which a raw enumeration may have, is a std::bad_cast.
   template <class Take>
   void forEachText(jobject enumeration, const Take& take) const {
     while (enumeration != nullptr && hasMore_(enumeration) != JNI_FALSE) {
       const LocalReference element(env_, next_(enumeration));
-      take(textFromJava(env_, static_cast<jstring>(element.get())));
+      take(textFromJava(env_, asText(element.get())));
     }
   }
 
  private:
+  jstring asText(jobject element) const {
+    if (env_->IsInstanceOf(element, text_.get()) == JNI_FALSE) {
+      throw std::bad_cast();
+    }
+    return static_cast<jstring>(element);
+  }
+
   JNIEnv* env_;
   JavaClass type_;
   JavaMethod<jboolean()> hasMore_;
   JavaMethod<jobject()> next_;
+  JavaClass text_;
 };
 
 }  // namespace corvane

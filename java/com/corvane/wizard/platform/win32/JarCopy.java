@@ -13,8 +13,9 @@ import java.nio.file.StandardOpenOption;
 /**
  * Unpacks one copy of a file in the jar and has it used, and nothing else in its place, whatever another process
  * of the same user does meanwhile. From its first moment until it was used, a handle is open on the copy that
- * keeps others from renaming, replacing and deleting it. Writing is denied to them as well, but for the moment
- * between two handles; what was done in it is found when the bytes are compared through the second.
+ * keeps others from renaming, replacing and deleting it; a use that has to close it says what it gives up. Writing
+ * is denied to them as well, but for the moment between two handles; what was done in it is found when the bytes
+ * are compared through the second.
  */
 final class JarCopy {
 

@@ -3,7 +3,6 @@ package com.corvane.wizard.platform.win32;
 import java.io.ByteArrayOutputStream;
 import java.io.IOException;
 import java.io.InputStream;
-import java.nio.charset.Charset;
 import java.nio.file.Path;
 import java.nio.file.Paths;
 import java.util.LinkedHashMap;
@@ -72,10 +71,9 @@ final class UnpackedFile {
      * way, and the path would name nothing, or something else.
      */
     private static void requireAnsi(String path) throws IOException {
-        String page = System.getProperty("sun.jnu.encoding");
-        if (!Charset.forName(page).newEncoder().canEncode(path)) {
-            throw new IOException("the JVM can load nothing from there, because the ANSI code page, " + page
-                    + ", lacks characters of the path");
+        if (!AnsiCodePage.holds(path)) {
+            throw new IOException("the JVM can load nothing from there, because the ANSI code page, "
+                    + AnsiCodePage.NAME + ", lacks characters of the path");
         }
     }
 

@@ -110,8 +110,10 @@ public class Win32SystemUtilServiceImpl {
      * {@link Win32Cleaner} does it with the one that comes with the library. Windows: CreateProcessA,
      * SendMessageA with WM_COPYDATA.
      *
-     * <p>Takes more than a second. Paths reach the cleaner in the ANSI code page, with semicolons in between.
-     * The cleaner's file is deleted when it is over.
+     * <p>Takes more than a second. Paths reach the cleaner in the ANSI code page, with semicolons in between. A
+     * character that the code page lacks is replaced, and what replaces it may be a semicolon, a star or a
+     * backslash: the cleaner would delete something else. The cleaner's file is deleted when it is over, unless its
+     * path is between quotes.
      *
      * @param files what the cleaner is to be given as it is; null for none
      * @param directories what it is to be given with a star before it; null for none

@@ -11,6 +11,7 @@ import com.corvane.testing.Hooks;
 import com.corvane.testing.Reboot;
 import com.corvane.testing.TestBed;
 import com.corvane.wizard.platform.win32.environment.WindowsEnvironment;
+import com.corvane.wizard.service.ServiceException;
 import com.sun.nio.file.ExtendedOpenOption;
 import java.io.BufferedReader;
 import java.io.File;
@@ -22,10 +23,12 @@ import java.nio.file.StandardOpenOption;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.Collections;
+import java.util.Enumeration;
 import java.util.List;
 import java.util.concurrent.TimeUnit;
 import org.junit.jupiter.api.AfterEach;
 import org.junit.jupiter.api.BeforeEach;
+import org.junit.jupiter.api.Tag;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
 import org.junit.jupiter.api.io.TempDir;
@@ -106,10 +109,12 @@ class AfterwardsTest {
         folder.setAttributes("tree\\read-only", 1);
         folder.setAttributes("used", 1);
         Files.createSymbolicLink(Path.of(folder.path("tree\\link")), Path.of(folder.path("outside")));
+        Files.createSymbolicLink(Path.of(folder.path("link")), Path.of(folder.path("outside")));
         FileChannel briefly = inUse("tree\\used");
         try (FileChannel longer = inUse("other\\locked\\file")) {
             Process installer = depart(temporary.toString(), folder.path("used") + "|" + folder.path("x;y") + "|*"
-                    + folder.path("tree"), "*" + folder.path("other") + "|" + folder.path("kept"));
+                    + folder.path("tree") + "|*" + folder.path("link"),
+                    "*" + folder.path("other") + "|" + folder.path("kept"));
             Thread.sleep(1000);
             assertTrue(longer.isOpen() && folder.has("tree\\read-only") && folder.has("used") && folder.has("x;y"), "it still runs");
             installer.getOutputStream().close();
@@ -163,12 +168,26 @@ class AfterwardsTest {
     }
 
     @Test
+    @SuppressWarnings("unchecked") // a caller of old has raw types
     void whatCannotBeNamedIsRefusedAtOnce() {
-        for (String path : List.of("relative", "C:relative", "\\rooted", "C:\\", "C:\\t\\\u65e5\u672c")) {
+        for (String path : List.of("relative", "C:relative", "\\rooted", "C:\\", "C:\\t\\\u65e5\u672c", "C:\\t\\..\\a",
+                "C:\\t;C:\\a", "C:\\t\\a\0", "\\\\s\\d;*C:\\t\\a")) {
             List<File> files = List.of(new File(path));
             assertThrows(IllegalArgumentException.class, () -> Win32Cleaner.deleteAfterExit(files, List.of()), path);
             assertThrows(IllegalArgumentException.class, () -> Win32Cleaner.deleteAfterExit(List.of(), files), path);
         }
+        Enumeration<?> raw = Collections.enumeration(List.of(new File("C:\\t\\a")));
+        assertEquals(ServiceException.UNEXPECTED, assertThrows(ServiceException.class, () ->
+                new Win32SystemUtilServiceImpl().nativeDeleteFilesAfterExit((Enumeration<String>) raw, null, false, "c"))
+                .getCode());
+    }
+
+    /** What the code page makes of it is a backslash, and another path. */
+    @Test
+    @Tag("cp932")
+    void aYenSignCannotBeNamed() {
+        List<File> files = List.of(new File("C:\\t\\\u00a5a"));
+        assertThrows(IllegalArgumentException.class, () -> Win32Cleaner.deleteAfterExit(files, List.of()));
     }
 
     @Test
