@@ -36,9 +36,7 @@ void expectAll(const std::wstring& meaning, const std::string& begin, const char
 TEST(Order, IsReadStrictly) {
   expectAll(LR"(6700 C:\t\a *C:\d)", "", R"(11a2c C:\t\a;*C:\d|01A2C C:\t\a;*C:\d)");
   expectAll(L"4294967295", "", "0ffffffff ");
-  expectAll(L"none",
-            "",
-            R"(|0|21a C:\a|1 C:\a|1-1 C:\a|1x C:\a|1100000000 C:\a|11a|11aC:\a|C:\a)");
+  expectAll(L"none", "", R"(|0|21a C:\a|1 C:\a|1-1 C:\a|1x C:\a|1100000000 C:\a|11a|11aC:\a|C:\a)");
   EXPECT_EQ(read("11a C:\\a"), L"none") << "no terminator";
   EXPECT_EQ(read(std::string("11a C:\\a\0;D:\\b\0", 16)), L"none") << "two";
   EXPECT_EQ(read(""), L"none");

@@ -112,26 +112,20 @@ class ProcessTest {
     }
 
     /** Nobody reads on, and it refuses whatever else is done with it. */
-    private static final class Refusing extends PipedOutputStream {
+    private static PipedOutputStream refusing(List<String> closed) throws IOException {
+        try (PipedInputStream reader = new PipedInputStream()) {
+            return new PipedOutputStream(reader) {
+                @Override
+                public void flush() {
+                    throw new IllegalStateException("not to be seen");
+                }
 
-        private final List<String> closed;
-
-        Refusing(List<String> closed) throws IOException {
-            this.closed = closed;
-            try (PipedInputStream reader = new PipedInputStream()) {
-                connect(reader);
-            }
-        }
-
-        @Override
-        public void flush() {
-            throw new IllegalStateException("not to be seen");
-        }
-
-        @Override
-        public void close() {
-            closed.add("closed");
-            flush();
+                @Override
+                public void close() {
+                    closed.add("closed");
+                    flush();
+                }
+            };
         }
     }
 
@@ -140,8 +134,8 @@ class ProcessTest {
     void aReaderThatDoesNotReadOn(@TempDir Path folder) throws Exception {
         Path program = Files.copy(Path.of(CHILD), folder.resolve("child.exe"));
         List<String> closed = new ArrayList<>();
-        Refusing pipe = new Refusing(closed);
-        Outcome outcome = Outcome.of(() -> run(program.toString(), "both=10000000", 0, pipe, new Refusing(closed)));
+        Outcome outcome = Outcome.of(() ->
+                run(program.toString(), "both=10000000", 0, refusing(closed), refusing(closed)));
         assertEquals("java.io.IOException: Pipe closed", outcome.toString());
         assertEquals(List.of("closed", "closed"), closed);
         while (!program.toFile().delete()) { // as long as it runs
