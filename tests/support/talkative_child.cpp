@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <process.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <string>
@@ -31,10 +33,8 @@ std::string pattern(size_t first, size_t end) {
   return bytes;
 }
 
-void act(const std::string& program, const std::string& what, const std::string& value) {
+void act(const char* program, const std::string& what, const std::string& value) {
   const size_t number = std::strtoul(value.c_str(), nullptr, 10);
-  STARTUPINFOA startup = {};
-  GetStartupInfoA(&startup);
   if (what == "out" || what == "err") {
     write(what == "out" ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE, pattern(0, number));
   } else if (what == "both") {
@@ -42,27 +42,19 @@ void act(const std::string& program, const std::string& what, const std::string&
       write(STD_ERROR_HANDLE, pattern(at, std::min(at + 5000, number)));
       write(STD_OUTPUT_HANDLE, pattern(at, std::min(at + 5000, number)));
     }
-  } else if (what == "line" || what == "window") {
-    write(STD_OUTPUT_HANDLE,
-          what == "line" ? GetCommandLineA() : std::to_string(startup.wShowWindow));
+  } else if (what == "line") {
+    write(STD_OUTPUT_HANDLE, GetCommandLineA());
+  } else if (what == "window") {
+    STARTUPINFOA startup = {};
+    GetStartupInfoA(&startup);
+    write(STD_OUTPUT_HANDLE, std::to_string(startup.wShowWindow));
   } else if (what == "close") {
     CloseHandle(GetStdHandle(STD_OUTPUT_HANDLE));
     CloseHandle(GetStdHandle(STD_ERROR_HANDLE));
   } else if (what == "sleep") {
     Sleep(static_cast<DWORD>(number));
   } else if (what == "child") {
-    PROCESS_INFORMATION started = {};
-    std::string line = "\"" + program + "\" " + value;
-    CreateProcessA(nullptr,
-                   line.data(),
-                   nullptr,
-                   nullptr,
-                   TRUE,
-                   0,
-                   nullptr,
-                   nullptr,
-                   &startup,
-                   &started);
+    _spawnl(_P_NOWAIT, program, "child", value.c_str(), nullptr);
   } else if (what == "exit") {
     ExitProcess(static_cast<UINT>(number));
   }
@@ -72,11 +64,9 @@ void act(const std::string& program, const std::string& what, const std::string&
 
 int main(int count, char** arguments) {
   for (int index = 1; index < count; ++index) {
-    const std::string argument = std::string(arguments[index]) + "=";
-    const size_t sign = argument.find('=');
-    act(arguments[0],
-        argument.substr(0, sign),
-        argument.substr(sign + 1, argument.size() - sign - 2));
+    const std::string argument = arguments[index];
+    const size_t end = std::min(argument.find('='), argument.size() - 1);
+    act(arguments[0], argument.substr(0, argument.find('=')), argument.substr(end + 1));
   }
   return 0;
 }

@@ -33,9 +33,11 @@ final class Requested extends ProcessRequest {
         };
     }
 
-    /** As a scene writes it after the outcome. */
+    /** As a scene writes it after the outcome; since it was last asked. */
     String told() {
-        return told.toString();
+        String all = told.toString();
+        told.setLength(0);
+        return all;
     }
 
     /** What was written is told when it is closed. */
@@ -50,6 +52,7 @@ final class Requested extends ProcessRequest {
             @Override
             public void close() {
                 told.append(text);
+                text.setLength(0);
             }
         };
     }
