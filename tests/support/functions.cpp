@@ -39,6 +39,9 @@ constexpr Function at(uint32_t slot, Function row) {
   return row;
 }
 
+constexpr Effect kOpensLink = opensAt(Account::kInterface, 4, "IShellLinkA::");
+constexpr Effect kOpensFile = opensAt(Account::kInterface, 2, "IPersistFile::");
+
 // A star stands for the A and the W that end the names of a pair.
 constexpr Function kWin32Functions[] = {
     // The registry.
@@ -114,21 +117,12 @@ constexpr Function kWin32Functions[] = {
     {"SHGetPathFromIDListA", "", kZero, {}, kNoError},
     {"SHGetSpecialFolderLocation", "wn", kStatus, opensAt(Account::kItemList, 2), kComLacks},
     {"SHGetSpecialFolderPathA", "--nn", kZero, {}, kNoError},
-    {"CoCreateInstance",
-     "-pn",
-     kStatus,
-     opensAt(Account::kInterface, 4, "IShellLinkA::"),
-     kComLacks},
+    {"CoCreateInstance", "-pn", kStatus, kOpensLink, kComLacks},
     at(5, {"IMalloc::Free", "", kCannotFail, closes(Account::kItemList, 1)}),
     at(2, {"IMalloc::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
     at(2, {"IPersistFile::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
     at(6, {"IPersistFile::Save", "-un", kStatus, {}, kComLacks}),
-    at(0,
-       {"IShellLinkA::QueryInterface",
-        "",
-        kStatus,
-        opensAt(Account::kInterface, 2, "IPersistFile::"),
-        kComLacks}),
+    at(0, {"IShellLinkA::QueryInterface", "", kStatus, kOpensFile, kComLacks}),
     at(2, {"IShellLinkA::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
     at(11, {"IShellLinkA::SetArguments", "-t", kStatus, {}, kComLacks}),
     at(17, {"IShellLinkA::SetIconLocation", "-tn", kStatus, {}, kComLacks}),
@@ -230,8 +224,6 @@ constexpr Function kJniFunctions[] = {
     JNI(FindClass, "-t", kThrows, kNewLocal),
     JNI(GetObjectClass, "", kThrows, kNewLocal),
     JNI(GetMethodID, "--t", kThrows),
-    JNI(GetStaticMethodID, "", kThrows),
-    JNI(GetFieldID, "", kThrows),
     JNI(GetStaticFieldID, "--t", kThrows),
     JNI(GetStaticIntField, "", kNeverThrows),
     JNI(NewObjectV, "", kThrows, kNewLocal),
@@ -275,7 +267,7 @@ constexpr std::string_view kUntouchedFunctions[] = {
     "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "TlsAlloc", "TlsFree",
     "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery",
     "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
-    "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
+    "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsnicmp", "abort", "fputc", "fwrite",
     "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",
     "strlen", "strncmp", "vfprintf", "wcschr", "wcslen", "wcsncpy", "wcsspn", "wcstol",
 };
