@@ -1,7 +1,6 @@
 #include "accounts.h"
 
 #include <algorithm>
-#include <iterator>
 #include <sstream>
 
 #include "jni_hooks.h"
@@ -10,47 +9,30 @@
 namespace bed {
 namespace {
 
-/// What the library promises to leave open until the process ends, and why. Everything else
-/// balances.
-struct LeftOpen {
-  std::string_view native;
-  std::string_view account;
-};
-constexpr LeftOpen kLeftOpen[] = {
-    // The keys of inquiries and enumerations are promised to stay open; see RegistryKey.
-    {"isKeyEmpty", Account::kKey},
-    {"countSubKeys", Account::kKey},
-    {"countValuesInKey", Account::kKey},
-    {"longestSubKeyNameLength", Account::kKey},
-    {"longestValueNameLength", Account::kKey},
-    {"longestValueNameData", Account::kKey},
-    {"getKeyValueNames", Account::kKey},
-    {"getSubkeyNames", Account::kKey},
-    {"systemStartupCommands", Account::kKey},
-    {"removeSystemStartupCommand", Account::kKey},
-    // The token by which an administrator is told from others is promised to stay open.
-    {"isCurrentUserAdmin", Account::kHandle},
-    {"win32RegisterUninstaller", Account::kHandle},
-    {"win32UnregisterUninstaller", Account::kHandle},
-    // And so are those by which privileges are enabled; see PrivilegeEnabler.
-    {"setFileOwner", Account::kHandle},
-    {"setFileOwnerGroup", Account::kHandle},
-    {"setDesktopItemOwner", Account::kHandle},
-    {"setDesktopItemOwnerGroup", Account::kHandle},
-    {"setDesktopFolderOwner", Account::kHandle},
-    {"setDesktopFolderOwnerGroup", Account::kHandle},
-    {"changeWin2kServiceFailureActions", Account::kHandle},
-    // A policy with which something failed stays open; see SecurityPolicy.
-    {"nativeAddAccountRights", Account::kHandle},
-    {"nativeRemoveAllRights", Account::kHandle},
-    {"nativeRemoveAccountRights", Account::kHandle},
-    {"nativeEnumerateAccountRights", Account::kHandle},
-};
+// The natives that are promised to leave something open until the process ends, and what. All else
+// balances.
 
-bool staysOpen(std::string_view account, std::string_view native) {
-  return std::any_of(std::begin(kLeftOpen), std::end(kLeftOpen), [&](const LeftOpen& left) {
-    return left.account == account && left.native == native;
-  });
+/// The keys of inquiries and enumerations; see RegistryKey.
+constexpr std::string_view kLeaveKeys =
+    " isKeyEmpty countSubKeys countValuesInKey longestSubKeyNameLength longestValueNameLength"
+    " longestValueNameData getKeyValueNames getSubkeyNames systemStartupCommands"
+    " removeSystemStartupCommand ";
+/// The token by which an administrator is told from others, those by which privileges are enabled
+/// (see PrivilegeEnabler), and a policy with which something failed (see SecurityPolicy).
+constexpr std::string_view kLeaveHandles =
+    " isCurrentUserAdmin win32RegisterUninstaller win32UnregisterUninstaller"
+    " setFileOwner setFileOwnerGroup setDesktopItemOwner setDesktopItemOwnerGroup"
+    " setDesktopFolderOwner setDesktopFolderOwnerGroup changeWin2kServiceFailureActions"
+    " nativeAddAccountRights nativeRemoveAllRights nativeRemoveAccountRights"
+    " nativeEnumerateAccountRights ";
+
+bool names(std::string_view natives, const std::string& native) {
+  return natives.find(" " + native + " ") != std::string_view::npos;
+}
+
+bool staysOpen(std::string_view account, const std::string& native) {
+  return (account == Account::kKey && names(kLeaveKeys, native)) ||
+         (account == Account::kHandle && names(kLeaveHandles, native));
 }
 
 /// Predefined keys are not opened (opening one with no path gives itself), and closing one, or no
@@ -114,6 +96,11 @@ std::vector<std::string> Accounts::unbalanced() const {
 
 size_t Accounts::leftOpen() const {
   return items_.size() - unbalanced().size();
+}
+
+size_t Accounts::peak(std::string_view account) const {
+  const auto found = counts_.find(account);
+  return found == counts_.end() ? 0 : found->second.peak;
 }
 
 }  // namespace bed

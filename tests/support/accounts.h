@@ -26,7 +26,7 @@ class Accounts {
   /// How many things are open that the library promises to leave open.
   size_t leftOpen() const;
   /// The most things of one kind that were open at once.
-  size_t peak(std::string_view account) { return counts_[account].peak; }
+  size_t peak(std::string_view account) const;
 
  private:
   struct Origin {

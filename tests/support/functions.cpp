@@ -39,6 +39,9 @@ constexpr Function at(uint32_t slot, Function row) {
   return row;
 }
 
+constexpr Effect kOpensLink = opensAt(Account::kInterface, 4, "IShellLinkA::");
+constexpr Effect kOpensFile = opensAt(Account::kInterface, 2, "IPersistFile::");
+
 // A star stands for the A and the W that end the names of a pair.
 constexpr Function kWin32Functions[] = {
     // The registry.
@@ -117,21 +120,12 @@ constexpr Function kWin32Functions[] = {
     {"SHGetPathFromIDListA", "", kZero, {}, kNoError},
     {"SHGetSpecialFolderLocation", "wn", kStatus, opensAt(Account::kItemList, 2), kComLacks},
     {"SHGetSpecialFolderPathA", "--nn", kZero, {}, kNoError},
-    {"CoCreateInstance",
-     "-pn",
-     kStatus,
-     opensAt(Account::kInterface, 4, "IShellLinkA::"),
-     kComLacks},
+    {"CoCreateInstance", "-pn", kStatus, kOpensLink, kComLacks},
     at(5, {"IMalloc::Free", "", kCannotFail, closes(Account::kItemList, 1)}),
     at(2, {"IMalloc::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
     at(2, {"IPersistFile::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
     at(6, {"IPersistFile::Save", "-un", kStatus, {}, kComLacks}),
-    at(0,
-       {"IShellLinkA::QueryInterface",
-        "",
-        kStatus,
-        opensAt(Account::kInterface, 2, "IPersistFile::"),
-        kComLacks}),
+    at(0, {"IShellLinkA::QueryInterface", "", kStatus, kOpensFile, kComLacks}),
     at(2, {"IShellLinkA::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
     at(11, {"IShellLinkA::SetArguments", "-t", kStatus, {}, kComLacks}),
     at(17, {"IShellLinkA::SetIconLocation", "-tn", kStatus, {}, kComLacks}),
@@ -276,8 +270,6 @@ constexpr Function kJniFunctions[] = {
     JNI(GetObjectClass, "", kThrows, kNewLocal),
     JNI(IsInstanceOf, "", kNeverThrows),
     JNI(GetMethodID, "--t", kThrows),
-    JNI(GetStaticMethodID, "", kThrows),
-    JNI(GetFieldID, "", kThrows),
     JNI(GetStaticFieldID, "--t", kThrows),
     JNI(GetStaticIntField, "", kNeverThrows),
     JNI(NewObjectV, "", kThrows, kNewLocal),

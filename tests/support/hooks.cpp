@@ -1,33 +1,26 @@
-#include "hooks.h"
+#include <windows.h>
 
-#include <algorithm>
 #include <map>
 
 #include "accounts.h"
-#include "fakes.h"
 #include "heap_guard.h"
 #include "jni_hooks.h"
 #include "monitor.h"
+#include "thunk.h"
 
 namespace bed {
 namespace {
 
-/// Where the code of the hooked modules is.
-struct Range {
-  const uint8_t* begin;
-  const uint8_t* end;
-};
-std::vector<Range> libraries;
+/// Where the library's code is.
+const uint8_t* libraryBegin = nullptr;
+const uint8_t* libraryEnd = nullptr;
 
 /// Whether the library calls, on the watched thread. Where the compiler made a jump of a native's
 /// last call, that returns to the native's stub.
 bool concerns(const Call& call) {
   const auto* caller = static_cast<const uint8_t*>(call.caller);
   return monitor().watchesThisThread() &&
-         (isReturnToStub(caller) ||
-          std::any_of(libraries.begin(), libraries.end(), [&](const Range& code) {
-            return code.begin <= caller && caller < code.end;
-          }));
+         (isReturnToStub(caller) || (libraryBegin <= caller && caller < libraryEnd));
 }
 
 void fail(Call& call, uint32_t named, LastErrorScope& lastError) {
@@ -47,8 +40,8 @@ bool isSettled(Call& call, LastErrorScope& lastError) {
     fail(call, rule->error, lastError);
     return true;
   }
-  return monitor().answered(call, lastError) || isNullRelease(call) ||
-         (HeapGuard::guards(call) && !HeapGuard::before(call));
+  return monitor().answered(call, lastError) || monitor().toldVersion(call, lastError) ||
+         isNullRelease(call) || (HeapGuard::guards(call) && !HeapGuard::before(call));
 }
 
 const void* before(Call& call) {
@@ -65,7 +58,8 @@ const void* before(Call& call) {
   } else if (effect.move == Effect::Move::kCloses && item != 0 && !HeapGuard::guards(call)) {
     accounts().close(effect.account, item, call.function->name);
   }
-  return settled ? nullptr : fakeOf(call.function->name, call.function->original);
+  monitor().leadToModule(call);
+  return settled ? nullptr : call.function->original;
 }
 
 void replace(const void** slot, const void* value) {
@@ -167,11 +161,12 @@ const void* stubFor(const std::string& name, const Function& facts, const void* 
   return found->second.address;
 }
 
-std::vector<std::string> hookImports(HMODULE module) {
-  auto* const base = reinterpret_cast<uint8_t*>(module);
+std::vector<std::string> hookImports(void* library) {
+  auto* const base = static_cast<uint8_t*>(library);
   const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
   const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew);
-  libraries.push_back({base, base + headers->OptionalHeader.SizeOfImage});
+  libraryBegin = base;
+  libraryEnd = base + headers->OptionalHeader.SizeOfImage;
   std::vector<std::string> unknown;
   forEachImport(base, headers->OptionalHeader, [&](const std::string& name, const void** slot) {
     const Function* const facts = findFunction(name);

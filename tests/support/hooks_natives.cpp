@@ -1,12 +1,10 @@
-#include <com_corvane_testing_Hooks.h>
+#include <jni.h>
+#include <windows.h>
 
 #include <deque>
-#include <stdexcept>
 
 #include "accounts.h"
-#include "fakes.h"
 #include "heap_guard.h"
-#include "hooks.h"
 #include "jni_hooks.h"
 #include "monitor.h"
 
@@ -14,30 +12,21 @@
 
 using namespace bed;
 
-#define HOOK(result, name) JNIEXPORT result JNICALL Java_com_corvane_testing_Hooks_##name
+#define HOOK(result, name) extern "C" JNIEXPORT result JNICALL Java_com_corvane_testing_Hooks_##name
 
 namespace {
 
 /// Names of functions and files: plain ASCII.
 std::string text(JNIEnv* env, jstring java) {
-  std::u16string units(static_cast<size_t>(env->GetStringLength(java)), u'\0');
-  env->GetStringRegion(java,
-                       0,
-                       static_cast<jsize>(units.size()),
-                       reinterpret_cast<jchar*>(units.data()));
-  std::string copy;
-  for (const char16_t unit : units) {
-    copy += static_cast<char>(unit);
-  }
-  return copy;
+  std::string ascii(static_cast<size_t>(env->GetStringLength(java)), '\0');
+  env->GetStringUTFRegion(java, 0, env->GetStringLength(java), ascii.data());
+  return ascii;
 }
 
 std::string data(JNIEnv* env, jbyteArray java) {
   std::string bytes(static_cast<size_t>(env->GetArrayLength(java)), '\0');
-  env->GetByteArrayRegion(java,
-                          0,
-                          static_cast<jsize>(bytes.size()),
-                          reinterpret_cast<jbyte*>(bytes.data()));
+  auto* const begin = reinterpret_cast<jbyte*>(bytes.data());
+  env->GetByteArrayRegion(java, 0, static_cast<jsize>(bytes.size()), begin);
   return bytes;
 }
 
@@ -60,38 +49,20 @@ jobjectArray toJava(JNIEnv* env, const Texts& texts) {
   return array;
 }
 
-/// Runs `work`; what it throws becomes a Java IllegalStateException.
-template <class Work>
-auto orThrow(JNIEnv* env, const Work& work) -> decltype(work()) {
-  try {
-    return work();
-  } catch (const std::exception& failure) {
-    env->ThrowNew(env->FindClass("java/lang/IllegalStateException"), failure.what());
-    return decltype(work())();
-  }
-}
-
 }  // namespace
 
 HOOK(void, hookJni)(JNIEnv* env, jclass) {
-  orThrow(env, [&] { hookJni(env); });
+  hookJni(env);
 }
 
 HOOK(jobjectArray, hookImports)(JNIEnv* env, jclass, jstring dll) {
-  return orThrow(env, [&] {
-    HMODULE const module = GetModuleHandleA(text(env, dll).c_str());
-    if (module == nullptr) {
-      throw std::runtime_error("not loaded: " + text(env, dll));
-    }
-    return toJava(env, hookImports(module));
-  });
+  return toJava(env, hookImports(GetModuleHandleA(text(env, dll).c_str())));
 }
 
 HOOK(void, reset)(JNIEnv*, jclass) {
   monitor().reset();
   accounts().clear();
   HeapGuard::clear();
-  clearFakes();
 }
 
 HOOK(void, arm)(JNIEnv*, jclass) {
@@ -105,7 +76,7 @@ HOOK(void, disarm)(JNIEnv*, jclass) {
 HOOK(void, version)
 (JNIEnv*, jclass, jint platform, jint major, jint minor, jboolean longRecord, jboolean tells) {
   const auto number = [](jint value) { return static_cast<uint32_t>(value); };
-  fakeVersion({number(platform), number(major), number(minor), longRecord != 0, tells != 0});
+  monitor().version = {number(platform), number(major), number(minor), longRecord != 0, tells != 0};
 }
 
 HOOK(void, fail)
@@ -140,8 +111,11 @@ HOOK(void, answer)
   monitor().answers[text(env, function)].push_back(answer);
 }
 
-HOOK(void, answerValue)(JNIEnv* env, jclass, jint type, jbyteArray content) {
-  fakeValue(static_cast<uint32_t>(type), data(env, content));
+HOOK(void, answerValue)
+(JNIEnv* env, jclass, jstring function, jint type, jbyteArray content) {
+  Answer answer{static_cast<uint64_t>(type)};
+  answer.value = data(env, content);
+  monitor().answers[text(env, function)].push_back(answer);
 }
 
 HOOK(jlong, keep)(JNIEnv* env, jclass, jbyteArray content) {
@@ -150,26 +124,25 @@ HOOK(jlong, keep)(JNIEnv* env, jclass, jbyteArray content) {
 }
 
 HOOK(void, answerModule)(JNIEnv* env, jclass, jstring name, jstring file) {
-  fakeModule(text(env, name), text(env, file));
+  monitor().modules[text(env, name)] = text(env, file);
 }
 
-HOOK(jint, kind)(JNIEnv* env, jclass, jstring function) {
-  const Function* const found = findFunction(text(env, function));
-  return found == nullptr ? 0 : found->isOfJni() ? 2 : 1;
+HOOK(jboolean, knows)(JNIEnv* env, jclass, jstring function) {
+  return findFunction(text(env, function)) != nullptr ? JNI_TRUE : JNI_FALSE;
 }
 
 HOOK(jobjectArray, shownCalls)(JNIEnv* env, jclass) {
-  std::vector<std::wstring> texts;
-  for (const RecordedCall& call : monitor().calls) {
-    texts.push_back(call.shown);
-  }
-  return toJava(env, texts);
+  return toJava(env, monitor().calls);
 }
 
 HOOK(jobjectArray, unused)(JNIEnv* env, jclass) {
-  std::vector<std::string> texts = monitor().unused();
-  if (const size_t values = valuesInVain(); values != 0) {
-    texts.push_back(std::to_string(values) + " registry values");
+  return toJava(env, monitor().unused());
+}
+
+HOOK(jobjectArray, complaints)(JNIEnv* env, jclass) {
+  std::vector<std::string> texts = monitor().violations;
+  for (const std::string& open : accounts().unbalanced()) {
+    texts.push_back("still open: " + open);
   }
   return toJava(env, texts);
 }
@@ -186,22 +159,10 @@ HOOK(jint, failed)(JNIEnv*, jclass) {
   return monitor().failed;
 }
 
-HOOK(jobjectArray, unbalanced)(JNIEnv* env, jclass) {
-  return toJava(env, accounts().unbalanced());
-}
-
-HOOK(jobjectArray, violations)(JNIEnv* env, jclass) {
-  return toJava(env, monitor().violations);
-}
-
 HOOK(jint, leftOpen)(JNIEnv*, jclass) {
   return static_cast<jint>(accounts().leftOpen());
 }
 
-HOOK(jint, peakLocalReferences)(JNIEnv*, jclass) {
-  return static_cast<jint>(accounts().peak(Account::kLocalReference));
-}
-
-HOOK(jint, peakSearches)(JNIEnv*, jclass) {
-  return static_cast<jint>(accounts().peak(Account::kSearch));
+HOOK(jint, peak)(JNIEnv* env, jclass, jstring account) {
+  return static_cast<jint>(accounts().peak(text(env, account)));
 }

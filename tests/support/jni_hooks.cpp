@@ -3,10 +3,8 @@
 #include <jvmti.h>
 
 #include <deque>
-#include <stdexcept>
 
 #include "accounts.h"
-#include "hooks.h"
 #include "monitor.h"
 
 namespace bed {
@@ -97,8 +95,7 @@ bool isOfLibrary(jvmtiEnv* jvmti, JNIEnv* env, jmethodID method) {
   jvmti->GetMethodDeclaringClass(method, &type);
   jvmti->GetClassSignature(type, &signature, nullptr);
   jni->DeleteLocalRef(env, type);
-  const std::string name = taken(jvmti, signature);
-  return name.starts_with("Lcom/corvane/wizard/") || name == "Lcom/corvane/testing/Bridge;";
+  return taken(jvmti, signature).starts_with("Lcom/corvane/wizard/");
 }
 
 void JNICALL
@@ -114,17 +111,13 @@ onBind(jvmtiEnv* jvmti, JNIEnv* env, jthread, jmethodID method, void* address, v
   }
 }
 
-void require(bool condition, const char* what) {
-  if (!condition) {
-    throw std::runtime_error(what);
-  }
-}
-
-void hookTable(jvmtiEnv* jvmti) {
+/// Whether the JVM takes a table that leads its functions past the monitor.
+bool hookTable(jvmtiEnv* jvmti) {
   JNINativeInterface_* table = nullptr;
-  require(jvmti->GetJNIFunctionTable(&jni) == JVMTI_ERROR_NONE &&
-              jvmti->GetJNIFunctionTable(&table) == JVMTI_ERROR_NONE,
-          "the JVM does not show its table of JNI functions");
+  if (jvmti->GetJNIFunctionTable(&jni) != JVMTI_ERROR_NONE ||
+      jvmti->GetJNIFunctionTable(&table) != JVMTI_ERROR_NONE) {
+    return false;
+  }
   auto** const slots = reinterpret_cast<const void**>(table);
   for (size_t slot = 0; slot < sizeof *table / sizeof *slots; ++slot) {
     const Function* const facts = findJniFunction(slot);
@@ -135,8 +128,19 @@ void hookTable(jvmtiEnv* jvmti) {
       slots[slot] = stubFor(name, facts == nullptr ? unlisted : *facts, slots[slot]);
     }
   }
-  require(jvmti->SetJNIFunctionTable(table) == JVMTI_ERROR_NONE,
-          "the JVM does not take a table of JNI functions");
+  return jvmti->SetJNIFunctionTable(table) == JVMTI_ERROR_NONE;
+}
+
+/// Whether the JVM tells of natives before their first call.
+bool hookNatives(jvmtiEnv* jvmti) {
+  jvmtiCapabilities capabilities{};
+  capabilities.can_generate_native_method_bind_events = 1;
+  jvmtiEventCallbacks callbacks{};
+  callbacks.NativeMethodBind = onBind;
+  return jvmti->AddCapabilities(&capabilities) == JVMTI_ERROR_NONE &&
+         jvmti->SetEventCallbacks(&callbacks, sizeof callbacks) == JVMTI_ERROR_NONE &&
+         jvmti->SetEventNotificationMode(JVMTI_ENABLE, JVMTI_EVENT_NATIVE_METHOD_BIND, nullptr) ==
+             JVMTI_ERROR_NONE;
 }
 
 }  // namespace
@@ -145,19 +149,10 @@ void hookJni(JNIEnv* env) {
   JavaVM* vm = nullptr;
   env->GetJavaVM(&vm);
   jvmtiEnv* jvmti = nullptr;
-  require(vm->GetEnv(reinterpret_cast<void**>(&jvmti), JVMTI_VERSION_1_2) == JNI_OK,
-          "the JVM offers no JVMTI");
-  hookTable(jvmti);
-  jvmtiCapabilities capabilities{};
-  capabilities.can_generate_native_method_bind_events = 1;
-  jvmtiEventCallbacks callbacks{};
-  callbacks.NativeMethodBind = onBind;
-  require(
-      jvmti->AddCapabilities(&capabilities) == JVMTI_ERROR_NONE &&
-          jvmti->SetEventCallbacks(&callbacks, sizeof callbacks) == JVMTI_ERROR_NONE &&
-          jvmti->SetEventNotificationMode(JVMTI_ENABLE, JVMTI_EVENT_NATIVE_METHOD_BIND, nullptr) ==
-              JVMTI_ERROR_NONE,
-      "the JVM does not tell of natives");
+  if (vm->GetEnv(reinterpret_cast<void**>(&jvmti), JVMTI_VERSION_1_2) != JNI_OK ||
+      !hookTable(jvmti) || !hookNatives(jvmti)) {
+    env->FatalError("the JVM does not let its calls be watched");
+  }
 }
 
 void checkRulesOfJni(const Call& call) {

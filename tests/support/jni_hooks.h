@@ -9,8 +9,8 @@
 namespace bed {
 
 /// Puts a table of JNI functions in place that leads every call of the hooked modules past the
-/// monitor, and leads every native of the library past this bed, from its first call on. Throws
-/// std::runtime_error when the JVM does not play along.
+/// monitor, and leads every native of the library past this bed, from its first call on. Ends
+/// the JVM when that does not play along.
 void hookJni(JNIEnv* env);
 
 /// A call that JNI forbids while a Java exception is pending, or that has no row, is a violation.

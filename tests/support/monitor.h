@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,13 +24,6 @@ class LastErrorScope {
 
  private:
   uint32_t error_;
-};
-
-/// What a hook saw of one call.
-struct RecordedCall {
-  std::string name;
-  /// See showCall.
-  std::wstring shown;
 };
 
 /// Makes calls fail: of those that `name` means, the n-th (from 1).
@@ -56,6 +50,19 @@ struct Answer {
   std::vector<std::pair<int, std::string>> writes = {};
   /// For every later call, too.
   bool always = false;
+  /// The data of a registry value, whose type is `result`; the last one prepared stays.
+  std::optional<std::string> value = {};
+};
+
+/// The Windows that the library sees.
+struct Version {
+  uint32_t platform;
+  uint32_t major;
+  uint32_t minor;
+  /// Whether it knows the long version record, as Windows 98 and NT 4 did not at first.
+  bool knowsLongRecord;
+  /// Not a system that tells nothing at all.
+  bool tells;
 };
 
 /// Watches the calls that the library makes on one thread: counts and records them, and knows which
@@ -72,14 +79,22 @@ class Monitor {
   const FailRule* begin(const Call& call);
   /// Gives the prepared answer, when there is one, as the call's result.
   bool answered(Call& call, LastErrorScope& lastError);
+  /// Tells which Windows this is, when that is another than it is.
+  bool toldVersion(Call& call, LastErrorScope& lastError) const;
+  /// Has LoadLibraryExA load another file for a name.
+  void leadToModule(Call& call);
   /// What was prepared in vain, in words.
   std::vector<std::string> unused() const;
 
   std::vector<FailRule> rules;
   /// Those of one function are used up in their order; then the system answers again.
   std::map<std::string, std::deque<Answer>> answers;
+  std::optional<Version> version;
+  /// The file that LoadLibraryExA loads for a name.
+  std::map<std::string, std::string> modules;
 
-  std::vector<RecordedCall> calls;
+  /// As showCall shows them.
+  std::vector<std::wstring> calls;
   /// What the library did that it must never do, in words.
   std::vector<std::string> violations;
   /// How many calls could have been made to fail, of Windows and of JNI.
@@ -88,8 +103,6 @@ class Monitor {
   int failed = -1;
 
  private:
-  void record(const Call& call);
-
   unsigned long thread_ = 0;
 };
 

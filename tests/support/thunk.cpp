@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <stdexcept>
 
 namespace bed {
 
@@ -95,9 +94,6 @@ const void* makeStub(HookedFunction& function) {
   if (next == end) {
     next = static_cast<uint8_t*>(
         VirtualAlloc(nullptr, kPoolSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
-    if (next == nullptr) {
-      throw std::runtime_error("no memory for stubs");
-    }
     end = next + kPoolSize;
   }
   next += sizeof code;

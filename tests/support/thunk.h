@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "functions.h"
 
@@ -42,5 +43,14 @@ const void* makeStub(HookedFunction& function);
 /// Whether an address is where a stub's original returns to: its caller is a hooked function whose
 /// last act is a jump.
 bool isReturnToStub(const void* address);
+
+/// What is called instead of `original`: a stub that leads it past the monitor when the library
+/// calls. One for each name.
+const void* stubFor(const std::string& name, const Function& facts, const void* original);
+
+/// Leads every function that the library imports past the monitor, and also those that it looks up
+/// with GetProcAddress, and the methods of the objects that it is handed, from now on. Returns the
+/// names of imports that the table of functions lacks; those are not hooked.
+std::vector<std::string> hookImports(void* library);
 
 }  // namespace bed

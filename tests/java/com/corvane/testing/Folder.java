@@ -60,19 +60,8 @@ public final class Folder {
         });
     }
 
-    /** An empty file in a folder that is there; quick, for thousands. */
-    public void bare(String in, String name) {
-        doing(() -> Files.createFile(Path.of(path(in), name)));
-    }
-
     public String folder(String name) {
         return doing(() -> Files.createDirectories(Path.of(path(name))).toString());
-    }
-
-    /** Null when there is no such file. */
-    public String content(String name) {
-        Path file = Path.of(path(name));
-        return Files.exists(file) ? doing(() -> Files.readString(file)) : null;
     }
 
     public boolean has(String name) {

@@ -7,12 +7,11 @@ package com.corvane.testing;
  */
 public final class Hooks {
 
-    private Hooks() {}
-
-    /** Loads the DLL of these natives. */
-    public static void load() {
+    static {
         System.load(System.getProperty("corvane.test.support"));
     }
+
+    private Hooks() {}
 
     /** Leads every JNI call of the hooked DLLs past the hooks. Once in a process. */
     static native void hookJni();
@@ -31,36 +30,18 @@ public final class Hooks {
     /** What GetVersionEx tells: see {@link Windows}. */
     static native void version(int platform, int major, int minor, boolean knowsLongRecord, boolean tells);
 
-    /**
-     * Makes the n-th call of one function fail, from 1, and perhaps those after it: with this error, 0 being the
-     * one that fits, or as the JVM would fail it.
-     */
-    private static native void fail(String function, int nth, int error, boolean andAllLater);
-
-    /** The same for all JNI or all other calls that can fail. */
-    static void failNth(boolean jni, int nth, boolean andAllLater) {
-        fail(jni ? "any JNI call" : "any call", nth, 0, andAllLater);
-    }
-
-    /** Makes every call of Windows fail from the n-th on: the power is gone. */
-    public static void failFrom(int nth) {
-        failNth(false, nth, true);
-    }
+    /** For {@link #fail}: all calls of Windows, and all of JNI, that can fail. */
+    public static final String ANY = "any call";
+    static final String ANY_OF_JNI = "any JNI call";
 
     /** For {@link #fail}: the call fails, and the last error is 0. */
-    public static final int NO_ERROR = -1;
+    static final int NO_ERROR = -1;
 
-    static void fail(boolean jni, String function, int nth, int error) {
-        fail(function, nth, error, false);
-    }
-
-    public static void fail(String function, int nth, int error) {
-        fail(function, nth, error, false);
-    }
-
-    public static void failJni(String function, int nth) {
-        fail(function, nth, 0, false);
-    }
+    /**
+     * Makes the n-th call of a function fail, from 1, and perhaps those after it: with this error, 0 being the
+     * one that fits, or as the JVM would fail it.
+     */
+    public static native void fail(String function, int nth, int error, boolean andAllLater);
 
     /** In the data of an answer, with a number added: the place so many bytes behind where they are written. */
     static final long HERE = 0x5CE4E00000000L;
@@ -70,58 +51,29 @@ public final class Hooks {
      * arguments with these indexes point and leaves this last error; 0: the last error stays as it is. Answers
      * are used up in order.
      */
-    private static native void answer(String function, long result, int lastError, boolean always, int[] arguments,
+    static native void answer(String function, long result, int lastError, boolean always, int[] arguments,
             byte[][] data);
 
-    public static void answer(String function, long result, int lastError, int[] arguments, byte[][] data) {
-        answer(function, result, lastError, false, arguments, data);
-    }
-
-    public static void answer(String function, long result) {
-        answer(function, result, 0, new int[0], new byte[0][]);
-    }
-
-    public static void answer(String function, long result, int argument, byte[] data) {
-        answer(function, result, 0, new int[] {argument}, new byte[][] {data});
-    }
-
-    public static void answer(String function, long result, int[] arguments, byte[]... data) {
-        answer(function, result, 0, arguments, data);
-    }
-
-    /** Refuses one call with this error, as with a buffer that is too small, and says so in an argument. */
-    public static void refuse(String function, int lastError, int[] arguments, byte[]... data) {
-        answer(function, 0, lastError, arguments, data);
-    }
-
-    static void answerAlways(String function, long result) {
-        answer(function, result, 0, true, new int[0], new byte[0][]);
-    }
-
-    static void failAlways(String function, int error) {
-        fail(function, 1, error, true);
-    }
-
     /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */
-    public static native void answerValue(int type, byte[] data);
+    static native void answerValue(String function, int type, byte[] data);
 
     /** The address of these data in memory of their own, which stays. */
     static native long keep(byte[] data);
 
     /** The file that LoadLibraryExA loads for a name. */
-    public static native void answerModule(String name, String file);
+    static native void answerModule(String name, String file);
 
     /** A function that GetProcAddress does not find, as on a Windows too old for it. */
-    public static native void hide(String function);
+    static native void hide(String function);
 
     /** How many of the calls so far could have been made to fail. */
     public static native int failable(boolean jni);
 
-    /** Which of the calls {@link #failNth} hit; -1 when none. */
+    /** Which of the calls failed as the n-th of all; -1 when none did. */
     static native int failed();
 
-    /** 1 for a function of Windows, 2 for one of JNI, 0 for one that no table has. */
-    static native int kind(String function);
+    /** Whether a table has the function. */
+    static native boolean knows(String function);
 
     /** All calls since the last reset as the tables of functions show them: a tab before each argument. */
     static native String[] shownCalls();
@@ -129,20 +81,15 @@ public final class Hooks {
     /** What was prepared and has not come about, in words. */
     static native String[] unused();
 
+    /** What is open that must be closed by now, and what the library did that it must never do, in words. */
+    static native String[] complaints();
+
     /** What the last native returned beside its exception, '' for an empty text; empty for null, 0, false. */
-    public static native String returned();
-
-    /** What is open that must be closed by now. */
-    public static native String[] unbalanced();
-
-    /** What the library did that it must never do. */
-    public static native String[] violations();
+    static native String returned();
 
     /** How many things are open that the library promises to leave open. */
-    public static native int leftOpen();
+    static native int leftOpen();
 
-    public static native int peakLocalReferences();
-
-    /** The most searches for files that were open at once. */
-    public static native int peakSearches();
+    /** The most things of a kind that were open at once. */
+    public static native int peak(String kind);
 }

@@ -1,11 +1,9 @@
 package com.corvane.testing;
 
 import com.corvane.wizard.service.ServiceException;
-import java.util.Arrays;
-import java.util.concurrent.Callable;
 
-/** What a call came to: a value, or what it threw. */
-public record Outcome(String value, Throwable thrown) {
+/** What a call threw; null for nothing. */
+public record Outcome(Throwable thrown) {
 
     /** Something that returns nothing. */
     @FunctionalInterface
@@ -13,20 +11,13 @@ public record Outcome(String value, Throwable thrown) {
         void run() throws Exception;
     }
 
-    public static Outcome of(Callable<?> call) {
-        try {
-            String text = Arrays.deepToString(new Object[] {call.call()});
-            return new Outcome(text.substring(1, text.length() - 1), null);
-        } catch (Throwable thrown) {
-            return new Outcome(null, thrown);
-        }
-    }
-
     public static Outcome ofVoid(Action action) {
-        return of(() -> {
+        try {
             action.run();
-            return "nothing";
-        });
+            return new Outcome(null);
+        } catch (Throwable thrown) {
+            return new Outcome(thrown);
+        }
     }
 
     /** Asserts that the action throws ServiceException with this code for this error of Windows. */
@@ -40,6 +31,6 @@ public record Outcome(String value, Throwable thrown) {
 
     @Override
     public String toString() {
-        return thrown != null ? thrown.toString() : "returned " + value;
+        return thrown != null ? thrown.toString() : "returned nothing";
     }
 }

@@ -9,11 +9,10 @@ import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 
 /** What a scene has Windows do: fail, answer otherwise than it is, or lack a function. */
-final class Plan {
+public final class Plan {
 
     private static final Pattern FAILURE = Pattern.compile("([\\w:]+?)(?:#(\\d+))?=(\\w+)(\\*?)");
     private static final Pattern ANSWER = Pattern.compile("(\\w+)(?:/(\\d+))?(\\*?)");
-    private static final int JNI = 2;
 
     private final Windows system;
     private final Stage stage;
@@ -24,63 +23,62 @@ final class Plan {
         this.stage = stage;
     }
 
+    /** Watches the calling thread from here on; the library is on this system, which does as a scene would say. */
+    public static void begin(Windows system, String clause) {
+        Hooks.reset();
+        system.use();
+        prepare(clause, system, new Stage(""));
+        Hooks.arm();
+    }
+
     /** Puts each entry in its place. */
     static void prepare(String clause, Windows system, Stage stage) {
         Plan plan = new Plan(system, stage);
         List<List<Word>> entries = Words.parts(Words.of(clause), ";");
-        // What always answers comes after what answers once.
-        entries.stream().filter(entry -> !isAlways(entry)).forEach(plan::put);
-        entries.stream().filter(Plan::isAlways).forEach(plan::put);
+        // What stays comes after what answers once.
+        entries.stream().filter(entry -> !stays(entry)).forEach(plan::put);
+        entries.stream().filter(Plan::stays).forEach(plan::put);
     }
 
-    private static boolean isAlways(List<Word> entry) {
-        return entry.size() <= 2 && entry.get(entry.size() - 1).text().endsWith("*");
+    private static boolean stays(List<Word> entry) {
+        return entry.get(0).is("value") || entry.size() <= 2 && entry.get(entry.size() - 1).text().endsWith("*");
     }
 
     private void put(List<Word> entry) {
         String first = entry.get(0).text();
         Matcher failure = FAILURE.matcher(first);
         if (first.equals("no")) {
-            Hooks.hide(fullName(entry.get(1).text()));
+            Hooks.hide(fullName(entry.get(1).text(), system));
         } else if (first.equals("module")) {
             Hooks.answerModule(entry.get(1).text(), System.getProperty("corvane.test.support"));
         } else if (first.equals("memory")) {
             addresses.put(entry.get(1).text(), Hooks.keep(data(entry.subList(2, entry.size()), !system.isAnsi())));
         } else if (first.equals("value")) {
-            Hooks.answerValue((int) Words.number(entry.get(1).text()),
+            Hooks.answerValue(system.function("RegQueryValueEx"), (int) Words.number(entry.get(1).text()),
                     data(entry.subList(2, entry.size()), !system.isAnsi()));
         } else if (failure.matches()) {
             fail(failure);
         } else if (first.endsWith(":")) {
-            answer(fullName(first.substring(0, first.length() - 1)), Words.parts(entry, ","));
+            answer(fullName(first.substring(0, first.length() - 1), system), Words.parts(entry, ","));
         } else {
             throw new AssertionError("not understood in \"with\": " + first);
         }
     }
 
     /** The name in the tables: with the letter of this system's family, where it has one. */
-    String fullName(String name) {
+    static String fullName(String name, Windows system) {
         for (String candidate : List.of(name, system.function(name), name + "W", name + "A")) {
-            if (Hooks.kind(candidate) != 0) {
+            if (Hooks.knows(candidate)) {
                 return candidate;
             }
         }
         throw new AssertionError("no function that the tests know: " + name);
     }
 
-    static String fullName(String name, Windows system) {
-        return new Plan(system, null).fullName(name);
-    }
-
     private void fail(Matcher failure) {
-        String function = fullName(failure.group(1));
+        int nth = failure.group(2) == null ? 1 : Integer.parseInt(failure.group(2));
         int error = failure.group(3).equals("none") ? Hooks.NO_ERROR : (int) Words.number(failure.group(3));
-        if (!failure.group(4).isEmpty()) {
-            Hooks.failAlways(function, error);
-        } else {
-            int nth = failure.group(2) == null ? 1 : Integer.parseInt(failure.group(2));
-            Hooks.fail(Hooks.kind(function) == JNI, function, nth, error);
-        }
+        Hooks.fail(fullName(failure.group(1), system), nth, error, !failure.group(4).isEmpty());
     }
 
     private void answer(String function, List<List<Word>> parts) {
@@ -88,17 +86,12 @@ final class Plan {
         if (!result.matches()) {
             throw new AssertionError("not understood as an answer of " + function + ": " + parts.get(0).get(1).text());
         }
-        long value = Words.number(result.group(1));
-        if (!result.group(3).isEmpty()) {
-            Hooks.answerAlways(function, value);
-            return;
-        }
         List<List<Word>> writes = parts.subList(1, parts.size());
         int[] places = writes.stream().mapToInt(write -> Integer.parseInt(write.get(0).text())).toArray();
         byte[][] data = writes.stream()
                 .map(write -> data(write.subList(1, write.size()), function.endsWith("W"))).toArray(byte[][]::new);
         int error = result.group(2) == null ? 0 : Integer.parseInt(result.group(2));
-        Hooks.answer(function, value, error, places, data);
+        Hooks.answer(function, Words.number(result.group(1)), error, !result.group(3).isEmpty(), places, data);
     }
 
     /** What the words say, one after the other. */

@@ -1,12 +1,11 @@
 package com.corvane.testing;
 
+import static org.junit.jupiter.api.Assertions.assertEquals;
+
 import com.sun.jna.Memory;
 import com.sun.jna.WString;
 import com.sun.jna.ptr.IntByReference;
-import java.io.IOException;
-import java.io.UncheckedIOException;
 import java.nio.charset.StandardCharsets;
-import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
 import java.util.List;
@@ -27,11 +26,7 @@ public final class Reboot {
     /** Nothing waits any more. */
     public static void forget() {
         RawRegistry.call("RegDeleteKeyValueW", RawRegistry.MACHINE, MANAGER, PENDING);
-        try {
-            Files.deleteIfExists(WIN_INIT);
-        } catch (IOException failure) {
-            throw new UncheckedIOException(failure);
-        }
+        WIN_INIT.toFile().delete();
     }
 
     /** What waits on the NT family, each as {@code path} to delete it or {@code path > target}. */
@@ -53,9 +48,6 @@ public final class Reboot {
      * on; the files that they use must be free by now.
      */
     public static void now() throws Exception {
-        Process start = new ProcessBuilder("wineboot.exe", "-r").inheritIO().start();
-        if (start.waitFor() != 0) {
-            throw new AssertionError("the start failed: " + start.exitValue());
-        }
+        assertEquals(0, new ProcessBuilder("wineboot.exe", "-r").inheritIO().start().waitFor());
     }
 }

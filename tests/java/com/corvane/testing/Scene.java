@@ -16,7 +16,7 @@ final class Scene {
 
     /** The words that begin a clause. */
     static final Set<String> CLAUSES = Set.of("with", "calls", "files", "leaves", "later", "open", "registry", "says",
-            "waiting", "tells", "then", "first", "after", "beside", "state");
+            "waiting", "tells", "then", "first", "after", "beside", "state", "leads");
 
     /** Calls that tell a reader nothing. */
     private static final Pattern HOUSEKEEPING =
@@ -42,7 +42,7 @@ final class Scene {
         systems = Arrays.stream(named.split(" "))
                 .map(name -> Windows.valueOf(GROUPS.getOrDefault(name, name).toUpperCase())).toList();
         parse(line.substring(start));
-        stage = new Stage(line);
+        stage = new Stage(line + clauses);
     }
 
     private void parse(String text) {
@@ -93,8 +93,13 @@ final class Scene {
 
     /** Plays it; what comes otherwise than the scene says is an error that says both. */
     void play(Windows system) throws Exception {
-        List<String> differences = steps.get(0).startsWith(Sweep.KEYWORD) ? new Sweep(this, system).differences()
-                : differences(system);
+        List<String> differences;
+        try {
+            differences = steps.get(0).startsWith(Sweep.KEYWORD) ? new Sweep(this, system).differences()
+                    : differences(system);
+        } finally {
+            RawRegistry.lead();
+        }
         String calls = Calls.shown(stage).stream().filter(call -> !HOUSEKEEPING.matcher(call).find())
                 .collect(Collectors.joining("\n    "));
         Hooks.reset();
@@ -108,6 +113,7 @@ final class Scene {
     /** Sets the stage and has Windows do from now on what the scene says. */
     void prepare(Windows system) throws IOException {
         stage.set(Words.of(clause("files")), has("registry"), text("waiting"));
+        RawRegistry.lead(has("leads") ? clause("leads").split(" ") : new String[0]);
         for (String call : has("first") ? clause("first").split("; ") : new String[0]) {
             String[] sides = call.split(" => ", 2);
             String outcome = new Native(sides[0], stage).outcome();
@@ -141,7 +147,7 @@ final class Scene {
         if (has("open")) {
             compare(differences, "things left open", clause("open"), Integer.toString(Hooks.leftOpen()));
         }
-        differences.addAll(TestBed.unused());
+        differences.addAll(List.of(Hooks.unused()));
         differences.addAll(TestBed.complaints());
         return differences;
     }

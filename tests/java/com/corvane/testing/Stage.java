@@ -4,12 +4,10 @@ import com.corvane.testing.Words.Word;
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
 import java.io.IOException;
 import java.nio.file.Files;
-import java.nio.file.Path;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
 import java.util.Map;
-import java.util.Set;
 import java.util.stream.Collectors;
 
 /** Where a scene plays: a folder, which it calls "~", and a key of the registry, which it calls "KEY". */
@@ -24,7 +22,7 @@ final class Stage {
     /** For a scene that is written so; what it does not name is not made ready. */
     Stage(String scene) {
         usesFiles = scene.contains("~");
-        usesRegistry = scene.contains("KEY");
+        usesRegistry = scene.contains("KEY") || scene.contains("leads=");
     }
 
     /** With the whole names of the folder and the key, and each character spelled out. */
@@ -95,27 +93,16 @@ final class Stage {
     /** What is in the folder, as {@link #set} takes it; of folders, the empty ones. */
     String files() {
         Map<String, String> state = usesFiles ? folder.state() : Map.of();
-        return state.keySet().stream().filter(name -> isFile(name) || isEmpty(name, state.keySet()))
-                .map(name -> isFile(name) ? name + "=" + content(state.get(name)) + marks(name) : name)
+        return state.keySet().stream().filter(name -> !name.isEmpty())
+                .filter(name -> state.keySet().stream().noneMatch(inner -> inner.startsWith(name + "\\")))
+                .map(name -> state.get(name).equals("a folder") ? name : name + "=" + content(name, state.get(name)))
                 .sorted().collect(Collectors.joining(" "));
     }
 
-    private boolean isFile(String name) {
-        return Files.isRegularFile(Path.of(folder.path(name)));
-    }
-
-    private static boolean isEmpty(String folder, Set<String> names) {
-        return !folder.isEmpty() && names.stream().noneMatch(name -> name.startsWith(folder + "\\"));
-    }
-
-    private static String content(String content) {
-        return content.startsWith("L\0\0\0") ? "a-shortcut" : content;
-    }
-
-    private String marks(String name) {
+    private String content(String name, String content) {
         int attributes = folder.attributes(name);
-        return MARKS.stream().filter(mark -> (attributes & 1 << MARKS.indexOf(mark)) != 0)
-                .map(mark -> "," + mark).collect(Collectors.joining());
+        return MARKS.stream().filter(mark -> (attributes & 1 << MARKS.indexOf(mark)) != 0).map(mark -> "," + mark)
+                .collect(Collectors.joining("", content.startsWith("L\0\0\0") ? "a-shortcut" : content, ""));
     }
 
     /** What waits for the next start of Windows. */

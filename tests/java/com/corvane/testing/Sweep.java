@@ -57,7 +57,7 @@ final class Sweep {
     private final Stage stage;
     private final Windows system;
     private final String code;
-    private final Native call;
+    private final String call;
     private final List<Rule> rules;
     private final List<String> differences = new ArrayList<>();
     private String good;
@@ -71,7 +71,7 @@ final class Sweep {
         stage = scene.stage();
         String[] words = scene.steps().get(0).split(" ", 3);
         code = words[1];
-        call = new Native(words[2], stage);
+        call = words[2];
         rules = rules(scene.clause("after"));
     }
 
@@ -89,7 +89,7 @@ final class Sweep {
         if (calls + jniCalls == 0) {
             differences.add("no call could fail");
         }
-        TestBed.unused().forEach(unused -> differences.add("the good call: " + unused));
+        List.of(Hooks.unused()).forEach(unused -> differences.add("the good call: " + unused));
         scene.prepare(system);
         before = state();
         runEach(false, calls);
@@ -101,8 +101,9 @@ final class Sweep {
     private String run(Runnable plan) throws Exception {
         scene.prepare(system);
         plan.run();
+        Native action = new Native(call, stage);
         Hooks.arm();
-        String outcome = call.outcome();
+        String outcome = action.outcome();
         Hooks.disarm();
         return outcome;
     }
@@ -116,7 +117,7 @@ final class Sweep {
     private void runEach(boolean jni, int count) throws Exception {
         for (int nth = 1; nth <= count; ++nth) {
             int number = nth;
-            String outcome = run(() -> Hooks.failNth(jni, number, false));
+            String outcome = run(() -> Hooks.fail(jni ? Hooks.ANY_OF_JNI : Hooks.ANY, number, 0, false));
             String run = (jni ? "JNI call " : "call ") + nth + " of " + count;
             int at = Hooks.failed();
             if (at < 0) {

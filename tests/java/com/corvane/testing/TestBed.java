@@ -3,7 +3,6 @@ package com.corvane.testing;
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
 import java.util.ArrayList;
 import java.util.List;
-import java.util.stream.Stream;
 import org.junit.jupiter.api.extension.AfterEachCallback;
 import org.junit.jupiter.api.extension.BeforeEachCallback;
 import org.junit.jupiter.api.extension.ExtensionContext;
@@ -19,18 +18,13 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
     private static final int MOST_LOCAL_REFERENCES = 16;
 
     static {
-        Hooks.load();
         Hooks.hookJni();
-        warmUp();
+        // The C++ runtime allocates some memory when it throws for the first time, and keeps it.
+        Outcome.assertFails(-100001, INVALID_HANDLE, () -> new Win32RegistryServiceImpl().keyExists(0, ""));
         String[] unknown = Hooks.hookImports("corvane_win32.dll");
         if (unknown.length != 0) {
             throw new AssertionError("The table of functions lacks " + String.join(", ", unknown));
         }
-    }
-
-    /** The C++ runtime allocates some memory when it throws for the first time, and keeps it. */
-    private static void warmUp() {
-        Outcome.assertFails(-100001, INVALID_HANDLE, () -> new Win32RegistryServiceImpl().keyExists(0, ""));
     }
 
     @Override
@@ -46,24 +40,18 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
         Hooks.disarm();
         RawRegistry.deleteTree(RawRegistry.KEY);
         List<String> complaints = complaints();
-        complaints.addAll(unused());
+        complaints.addAll(List.of(Hooks.unused()));
         if (!complaints.isEmpty()) {
             throw new AssertionError(String.join("\n", complaints));
         }
     }
 
-    static List<String> unused() {
-        return Stream.of(Hooks.unused()).map(unused -> "prepared in vain: " + unused).toList();
-    }
-
     /** What is open and must not be, and what was done and must not be. */
     static List<String> complaints() {
-        List<String> complaints = new ArrayList<>(List.of(Hooks.violations()));
-        for (String open : Hooks.unbalanced()) {
-            complaints.add("still open: " + open);
-        }
-        if (Hooks.peakLocalReferences() > MOST_LOCAL_REFERENCES) {
-            complaints.add("references pile up: " + Hooks.peakLocalReferences() + " at once");
+        List<String> complaints = new ArrayList<>(List.of(Hooks.complaints()));
+        int references = Hooks.peak("local reference");
+        if (references > MOST_LOCAL_REFERENCES) {
+            complaints.add("references pile up: " + references + " at once");
         }
         return complaints;
     }

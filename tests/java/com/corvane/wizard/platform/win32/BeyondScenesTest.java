@@ -13,6 +13,7 @@ import com.corvane.testing.Calls;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
+import com.corvane.testing.Plan;
 import com.corvane.testing.RawRegistry;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
@@ -25,6 +26,8 @@ import java.util.concurrent.Callable;
 import java.util.concurrent.ExecutorService;
 import java.util.concurrent.Executors;
 import java.util.concurrent.Future;
+import java.util.concurrent.FutureTask;
+import java.util.stream.Collectors;
 import java.util.stream.IntStream;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
@@ -39,12 +42,6 @@ class BeyondScenesTest {
     private final Win32FileServiceImpl files = new Win32FileServiceImpl();
     private final Folder folder = Folder.named("beyond");
 
-    private static void begin(Windows system) {
-        Hooks.reset();
-        system.use();
-        Hooks.arm();
-    }
-
     /** Each name is asked for by its number, and with room for 1024 characters. */
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
@@ -55,7 +52,7 @@ class BeyondScenesTest {
             RawRegistry.createKey(KEY + "\\keys\\" + name);
             RawRegistry.set(KEY + "\\values", name, 4, Bytes.number(1));
         }
-        begin(system);
+        Plan.begin(system, "");
         assertArrayEquals(names, registry.getKeyValueNames(HKEY_CURRENT_USER, KEY + "\\values"));
         assertArrayEquals(names, registry.getSubkeyNames(HKEY_CURRENT_USER, KEY + "\\keys"));
         for (String function : List.of("RegEnumValue", "RegEnumKey")) {
@@ -71,7 +68,7 @@ class BeyondScenesTest {
     @Test
     void aLinkGoesAndWhereItLeadsStays() throws Exception {
         RawRegistry.createKey(KEY + "\\tree\\branch\\leaf");
-        begin(Windows.W10);
+        Plan.begin(Windows.W10, "");
         String before = RawRegistry.dump(KEY);
         for (String target : new String[] {"\\tree", "\\tree\\branch\\leaf", "\\missing", ""}) {
             for (String link : new String[] {"\\product\\deep\\link", "\\alias", "\\another"}) {
@@ -87,7 +84,7 @@ class BeyondScenesTest {
     @Test
     void depthCostsNoStack() throws Exception {
         RawRegistry.createKey(KEY + "\\tree" + "\\d".repeat(1500));
-        begin(Windows.W10);
+        Plan.begin(Windows.W10, "");
         Hooks.disarm();
         registry.deleteKey(HKEY_CURRENT_USER, KEY, "tree", true);
         assertFalse(registry.keyExists(HKEY_CURRENT_USER, KEY + "\\tree"));
@@ -95,13 +92,11 @@ class BeyondScenesTest {
 
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
-    void aHundredNamesAreTriedForAProbe(Windows system) {
+    void aHundredNamesAreTriedForAProbe(Windows system) throws Exception {
         String create = system.function("CreateFile");
-        begin(system);
-        for (int nth = 1; nth <= 100; ++nth) {
-            Hooks.fail(create, nth, nth % 2 == 0 ? 80 : 183);
-        }
-        assertEquals("returned true", Outcome.of(() -> files.isDirectoryWritable(folder.path(""))).toString());
+        Plan.begin(system, IntStream.rangeClosed(1, 100).mapToObj(nth -> "CreateFile#" + nth + "=" + (nth % 2 == 0 ? 80 : 183))
+                .collect(Collectors.joining("; ")));
+        assertTrue(files.isDirectoryWritable(folder.path("")));
         List<String> probes = Calls.of(create);
         assertEquals(100, probes.size());
         assertEquals(create + " " + folder.path("zq_test99.txt"), probes.get(99).replaceFirst("(\\.txt).*", "$1"));
@@ -111,15 +106,15 @@ class BeyondScenesTest {
     @EnumSource(names = {"W98", "W10"})
     void deepTreesAndManyFilesAreDeleted(Windows system) throws Exception {
         folder.file("d" + "/n".repeat(59) + "/file", "");
-        begin(system);
+        Plan.begin(system, "");
         assertEquals(0, files.win32DeleteDirectory(folder.path("d"), false, true));
         assertFalse(folder.has("d"));
-        assertEquals(60, Hooks.peakSearches());
+        assertEquals(60, Hooks.peak("search"));
         for (int number = 0; number < 40; ++number) {
             folder.folder("d/" + number);
         }
         for (int number = 0; number < (system.isAnsi() ? 500 : 10_000); ++number) {
-            folder.bare("d/" + number % 40, Integer.toString(number));
+            Files.createFile(Path.of(folder.path("d"), Integer.toString(number % 40), Integer.toString(number)));
         }
         Hooks.disarm();
         assertEquals(0, files.win32DeleteDirectory(folder.path("d"), false, true));
@@ -156,23 +151,21 @@ class BeyondScenesTest {
     @Test
     void aThreadWithoutCom() throws Exception {
         Win32DesktopServiceImpl desktop = new Win32DesktopServiceImpl();
-        List<String> came = new ArrayList<>();
         List<String> expected = new ArrayList<>();
         for (String name : List.of("n0", "n1")) {
             expected.addAll(List.of("SHChangeNotify 8 1 " + folder.path("") + "\\ 0",
                     "SHChangeNotify 2 1 " + folder.path(name + ".lnk") + " 0"));
         }
-        Thread thread = new Thread(() -> {
-            begin(Windows.W10);
+        FutureTask<Void> task = new FutureTask<>(() -> {
+            Plan.begin(Windows.W10, "");
             for (String name : List.of("n0", "n1")) {
-                came.add(Outcome.ofVoid(() ->
-                        desktop.createDesktopItem(folder.path(""), "", name, "C:\\x.exe", "", "", "")).toString());
+                desktop.createDesktopItem(folder.path(""), "", name, "C:\\x.exe", "", "", "");
             }
             Hooks.disarm();
+            return null;
         });
-        thread.start();
-        thread.join();
-        assertEquals(List.of("returned nothing", "returned nothing"), came);
+        new Thread(task).start();
+        task.get();
         assertEquals(expected, Calls.of("SHChangeNotify"));
         assertTrue(folder.has("n0.lnk") && folder.has("n1.lnk"));
         assertEquals(List.of(2, 2), List.of(Calls.of("CoInitialize").size(), Calls.of("CoUninitialize").size()));
@@ -180,7 +173,7 @@ class BeyondScenesTest {
 
     @Test
     void aRealFileHasAnOwner() throws Exception {
-        begin(Windows.W10);
+        Plan.begin(Windows.W10, "");
         String file = folder.file("file", "f");
         String owner = Files.getOwner(Path.of(file)).getName();
         assertEquals(owner.substring(owner.lastIndexOf('\\') + 1), files.getFileOwner(file));

@@ -7,6 +7,7 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
+import com.corvane.testing.Plan;
 import com.corvane.testing.Reboot;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
@@ -57,22 +58,16 @@ class RebootTest {
 
     private Folder newFolder(String call) {
         Folder folder = Folder.named("reboot " + checks.size() + " " + call);
-        for (String file : call.equals("tree") ? new String[] {"tree/clean/leaf=l", "tree/used/leaf=l"}
-                : new String[] {"source=new", "target=old"}) {
-            folder.file(file.split("=")[0], file.split("=")[1]);
-        }
+        boolean isTree = call.equals("tree");
+        folder.file(isTree ? "tree/clean/leaf" : "source", isTree ? "l" : "new");
+        folder.file(isTree ? "tree/used/leaf" : "target", isTree ? "l" : "old");
         return folder;
     }
 
-    /** Calls it on this system. Of some functions the first call fails: "CopyFileW=32 MoveFileExW=5". */
+    /** Calls it on this system until the power goes: every call of Windows fails from then on. */
     private int call(Windows system, String call, String failures, int until, Folder folder) throws ServiceException {
-        Hooks.reset();
-        system.use();
-        for (String failure : failures.isEmpty() ? new String[0] : failures.split(" ")) {
-            Hooks.fail(failure.split("=")[0], 1, Integer.parseInt(failure.split("=")[1]));
-        }
-        Hooks.failFrom(until);
-        Hooks.arm();
+        Plan.begin(system, failures);
+        Hooks.fail(Hooks.ANY, until, 0, true);
         String source = folder.path("source");
         String target = folder.path("target");
         try {
@@ -134,7 +129,7 @@ class RebootTest {
         for (int until = calls; until > 0; until = Math.min(until - 1, calls)) {
             Folder folder = newFolder(call);
             int last = until;
-            Outcome.of(() -> call(system, call, failures, last, folder));
+            Outcome.ofVoid(() -> call(system, call, failures, last, folder));
             calls = Hooks.failable(false);
             checks.add(() -> assertWhole(state(folder), call.equals("move"), system.isAnsi()));
         }
@@ -154,7 +149,7 @@ class RebootTest {
     void nothingIsLostWhenThePowerGoes() throws Exception {
         Reboot.forget();
         powerGoes(Windows.W10, "copy", "CopyFileW=32");
-        powerGoes(Windows.W10, "copy", "CopyFileW=32 MoveFileExW=5");
+        powerGoes(Windows.W10, "copy", "CopyFileW=32; MoveFileExW=5");
         powerGoes(Windows.W10, "move", "MoveFileExW=32");
         powerGoes(Windows.W98, "copy", "CopyFileA=32");
         powerGoes(Windows.W98, "move", "DeleteFileA=5");

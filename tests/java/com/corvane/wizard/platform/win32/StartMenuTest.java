@@ -17,7 +17,7 @@ import org.junit.jupiter.api.extension.ExtendWith;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.EnumSource;
 
-/** Groups and shortcuts in the real Start menu and on the real desktop, of the user and of all users. */
+/** The real Start menu, desktop and list of programs. */
 @ExtendWith(TestBed.class)
 class StartMenuTest {
 
@@ -81,5 +81,22 @@ class StartMenuTest {
             Files.deleteIfExists(startUp.resolve(GROUP + ".lnk"));
             Files.createDirectories(startUp);
         }
+    }
+
+    /** The system's own program prints the key and the name of each installed product. */
+    @ParameterizedTest
+    @EnumSource(names = {"W98", "XP"})
+    void theSystemListsAProduct(Windows system) throws Exception {
+        Win32ProductServiceImpl products = new Win32ProductServiceImpl();
+        system.use();
+        products.win32RegisterUninstaller("Corvane", "The product's name", "C:\\un.exe");
+        assertEquals(1, listed());
+        products.win32UnregisterUninstaller("Corvane", "");
+        assertEquals(0, listed());
+    }
+
+    private static long listed() throws IOException {
+        Process list = new ProcessBuilder("uninstaller.exe", "--list").start();
+        return list.inputReader().lines().filter("Corvane|||The product's name"::equals).count();
     }
 }

@@ -22,22 +22,21 @@ import java.util.HashSet;
 import java.util.List;
 import java.util.Set;
 import org.junit.jupiter.api.Test;
+import org.junit.jupiter.api.function.ThrowingConsumer;
 import org.junit.jupiter.api.io.TempDir;
 
 /** How the library is found and loaded, in JVMs of its own. */
 class Win32LibraryTest {
 
     private static final String LOADED = "loaded, answers true";
+    private static final String PROPERTY = "-Dcorvane.win32.library=";
+    private static final String BUILT = PROPERTY + System.getProperty("corvane.win32.library");
 
     @TempDir
     Path temporary;
 
     private Path place(String name) throws IOException {
         return Files.createDirectories(temporary.resolve(name));
-    }
-
-    private static String option(String property) {
-        return "-D" + property + "=" + System.getProperty(property);
     }
 
     /** What the probe says; no folder but those of this test is there for the library. */
@@ -93,17 +92,12 @@ class Win32LibraryTest {
         }
     }
 
-    /** What another program of the user tries with a copy. */
-    private interface Attack {
-        void on(Path copy) throws IOException;
-    }
-
     private Path aside() {
         return temporary.resolve("aside" + System.nanoTime());
     }
 
-    /** It puts its own DLL in the place of the copy, or something into it, in every way. */
-    private List<Attack> attacks() throws IOException {
+    /** Another program of the user puts its own DLL in the place of the copy, or something into it, in every way. */
+    private List<ThrowingConsumer<Path>> attacks() throws IOException {
         Path foreign = Files.copy(Path.of(System.getProperty("corvane.test.support")), temporary.resolve("foreign"));
         Path prepared = temporary.resolve("prepared");
         return List.of(
@@ -124,27 +118,25 @@ class Win32LibraryTest {
                 copy -> Files.write(copy, new byte[] {'M', 'Z'}, StandardOpenOption.WRITE));
     }
 
-    private void replaceFolder(Path copy) throws IOException {
-        Files.move(copy.getParent(), aside());
-        Files.createDirectory(copy.getParent());
-        Files.createLink(copy, temporary.resolve("foreign"));
-    }
-
     @Test
     void noForeignLibraryIsLoaded() throws Exception {
         place("local/Temp");
         Path tmp = place("tmp");
-        List<Attack> attacks = new ArrayList<>(attacks());
-        attacks.add(this::replaceFolder);
+        List<ThrowingConsumer<Path>> attacks = new ArrayList<>(attacks());
+        attacks.add(copy -> {
+            Files.move(copy.getParent(), aside());
+            Files.createDirectory(copy.getParent());
+            Files.createLink(copy, temporary.resolve("foreign"));
+        });
         Set<String> met = new HashSet<>();
         Thread attacker = new Thread(() -> {
             while (!Thread.currentThread().isInterrupted()) {
                 for (String name : tmp.toFile().list()) {
                     met.add(name);
-                    for (Attack attack : attacks) {
+                    for (ThrowingConsumer<Path> attack : attacks) {
                         try {
-                            attack.on(tmp.resolve(name).resolve(name + ".dll"));
-                        } catch (IOException e) {
+                            attack.accept(tmp.resolve(name).resolve(name + ".dll"));
+                        } catch (Throwable failure) {
                             // and again
                         }
                     }
@@ -166,8 +158,8 @@ class Win32LibraryTest {
         byte[] content = "library".getBytes(StandardCharsets.UTF_8);
         Path file = temporary.resolve("file");
         try (SeekableByteChannel held = JarCopy.unpack(file, content)) {
-            for (Attack attack : attacks()) {
-                assertThrows(IOException.class, () -> attack.on(file));
+            for (ThrowingConsumer<Path> attack : attacks()) {
+                assertThrows(IOException.class, () -> attack.accept(file));
             }
             JarCopy.requireContent(held, content);
         }
@@ -206,21 +198,20 @@ class Win32LibraryTest {
 
     @Test
     void thePropertyNamesTheFile() throws Exception {
-        String property = "-Dcorvane.win32.library=";
-        assertEquals(LOADED, load(property + System.getProperty("corvane.win32.library")));
+        assertEquals(LOADED, load(BUILT));
         assertEquals(List.of(), filesIn("tmp"), "nothing is unpacked");
-        String complaint = load(property + "no such file.dll");
+        String complaint = load(PROPERTY + "no such file.dll");
         assertTrue(complaint.contains("corvane.win32.library") && complaint.contains("no such file.dll"), complaint);
     }
 
     /** It is not on a thread that has started it otherwise, and nothing is begun; that it is started is no failure. */
     @Test
     void whereComCannotBeStartedNoShortcutIsMade() throws Exception {
-        String said = load(option("corvane.win32.library"), "-Dcorvane.test.com=multithreaded");
+        String said = load(BUILT, "-Dcorvane.test.com=multithreaded");
         assertTrue(said.startsWith(LOADED) && said.contains("ServiceException: -80002")
                 && said.endsWith(" (2147549446)"), said);
         assertFalse(Files.exists(temporary.resolve("tmp/group")));
-        said = load(option("corvane.win32.library"), "-Dcorvane.test.com=as the library does");
+        said = load(BUILT, "-Dcorvane.test.com=as the library does");
         assertTrue(Files.isRegularFile(temporary.resolve("tmp/group/n.lnk")), said);
     }
 
