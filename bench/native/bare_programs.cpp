@@ -69,7 +69,8 @@ JNIEXPORT jlong JNICALL Java_com_corvane_bench_BarePrograms_setVariable(JNIEnv* 
                                                                         jint calls) {
   const std::wstring text = textOf(env, name);
   const std::wstring to = textOf(env, value);
-  return timed(calls, [&] { return errorUnless(SetEnvironmentVariableW(text.c_str(), to.c_str())); });
+  return timed(calls,
+               [&] { return errorUnless(SetEnvironmentVariableW(text.c_str(), to.c_str())); });
 }
 
 }  // extern "C"

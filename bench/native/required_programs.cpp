@@ -93,8 +93,11 @@ DWORD readVariable(const std::wstring& name, std::wstring& value) {
 
 extern "C" {
 
-JNIEXPORT void JNICALL Java_com_corvane_bench_RequiredPrograms_run(
-    JNIEnv* env, jclass, jstring commandLine, jobject output, jobject errors) {
+JNIEXPORT void JNICALL Java_com_corvane_bench_RequiredPrograms_run(JNIEnv* env,
+                                                                   jclass,
+                                                                   jstring commandLine,
+                                                                   jobject output,
+                                                                   jobject errors) {
   const std::wstring wide = textOf(env, commandLine);
   const Stream out(env, output);
   const Stream err(env, errors);
@@ -119,9 +122,8 @@ JNIEXPORT void JNICALL Java_com_corvane_bench_RequiredPrograms_setVariable(JNIEn
                                                                            jstring value) {
   askVersion();
   const std::wstring text = textOf(env, name);
-  raiseUnlessZero(
-      env,
-      errorUnless(SetEnvironmentVariableW(text.c_str(), textOf(env, value).c_str())));
+  raiseUnlessZero(env,
+                  errorUnless(SetEnvironmentVariableW(text.c_str(), textOf(env, value).c_str())));
 }
 
 }  // extern "C"

@@ -8,8 +8,8 @@
 
 namespace corvane {
 
-/// What was kept cannot be read again. It is no Win32Failure: the program was started, and this must
-/// not pass for a start that failed.
+/// What was kept cannot be read again. It is no Win32Failure: the program was started, and this
+/// must not pass for a start that failed.
 struct KeptBytesLost {};
 
 /// Bytes that are kept until somebody takes them: in memory, and each time that 16 MiB are there,

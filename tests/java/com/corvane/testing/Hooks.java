@@ -51,7 +51,7 @@ public final class Hooks {
      * arguments with these indexes point and leaves this last error; 0: the last error stays as it is. Answers
      * are used up in order.
      */
-    static native void answer(String function, long result, int lastError, boolean always, int[] arguments,
+    public static native void answer(String function, long result, int lastError, boolean always, int[] arguments,
             byte[][] data);
 
     /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */

@@ -83,8 +83,8 @@ class VersionTest {
             } else {
                 data[random.nextInt(round < 500 ? 4 : data.length)] = (byte) random.nextInt();
             }
-            Hooks.answer(system.function("GetFileVersionInfoSize"), data.length);
-            Hooks.answer(system.function("GetFileVersionInfo"), 1, 3, data);
+            Hooks.answer(system.function("GetFileVersionInfoSize"), data.length, 0, false, new int[0], new byte[0][]);
+            Hooks.answer(system.function("GetFileVersionInfo"), 1, 0, false, new int[] {3}, new byte[][] {data});
             assertTrue(text(data).contains(told(files.getFixedFileInfo("C:\\any"))), "round " + round);
         }
     }
