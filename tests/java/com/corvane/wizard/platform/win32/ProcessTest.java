@@ -104,11 +104,11 @@ class ProcessTest {
         PipedInputStream reader = new PipedInputStream();
         PipedOutputStream pipe = new PipedOutputStream(reader);
         CompletableFuture<Outcome> call = CompletableFuture.supplyAsync(() ->
-                Outcome.of(() -> run(CHILD, "out=5 sleep=3000 out=1", 0, pipe, errors)));
+                Outcome.ofVoid(() -> assertEquals(0, run(CHILD, "out=5 sleep=3000 out=1", 0, pipe, errors))));
         assertArrayEquals(pattern(5), reader.readNBytes(5));
         assertTrue(!call.isDone());
         assertArrayEquals(pattern(1), reader.readAllBytes());
-        assertEquals("returned 0", call.get().toString());
+        assertEquals("returned nothing", call.get().toString());
     }
 
     /** Nobody reads on, and it refuses whatever else is done with it. */
@@ -134,7 +134,7 @@ class ProcessTest {
     void aReaderThatDoesNotReadOn(@TempDir Path folder) throws Exception {
         Path program = Files.copy(Path.of(CHILD), folder.resolve("child.exe"));
         List<String> closed = new ArrayList<>();
-        Outcome outcome = Outcome.of(() ->
+        Outcome outcome = Outcome.ofVoid(() ->
                 run(program.toString(), "both=10000000", 0, refusing(closed), refusing(closed)));
         assertEquals("java.io.IOException: Pipe closed", outcome.toString());
         assertEquals(List.of("closed", "closed"), closed);
