@@ -1,5 +1,7 @@
 #include "cleaner/removal.h"
 
+#include <ranges>
+
 #include "file/in_use/at_reboot.h"
 #include "file/in_use/delete_entry.h"
 #include "file/in_use/directory_search.h"
@@ -71,8 +73,8 @@ class Attempt {
         removeContent(WString(directories[index]), directories);
       }
     }
-    for (auto directory = directories.rbegin(); directory != directories.rend(); ++directory) {
-      removeEntry(*directory, EntryKind::kDirectory);
+    for (const WString& directory : std::views::reverse(directories)) {
+      removeEntry(directory, EntryKind::kDirectory);
     }
   }
 

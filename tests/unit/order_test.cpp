@@ -38,7 +38,7 @@ TEST(Order, IsReadStrictly) {
   expectAll(L"4294967295", "", "0ffffffff ");
   expectAll(L"none", "", R"(|0|21a C:\a|1 C:\a|1-1 C:\a|1x C:\a|1100000000 C:\a|11a|11aC:\a|C:\a)");
   EXPECT_EQ(read("11a C:\\a"), L"none") << "no terminator";
-  EXPECT_EQ(read(std::string("11a C:\\a\0;D:\\b\0", 16)), L"none") << "two";
+  EXPECT_EQ(read(std::string("11a C:\\a\0;D:\\b\0", 15)), L"none") << "two";
   EXPECT_EQ(read(""), L"none");
   EXPECT_FALSE(orderIn(nullptr, 2));
 }

@@ -18,6 +18,7 @@ import com.sun.jna.Pointer;
 import com.sun.nio.file.ExtendedOpenOption;
 import java.io.File;
 import java.io.IOException;
+import java.io.UncheckedIOException;
 import java.nio.channels.FileChannel;
 import java.nio.file.Files;
 import java.nio.file.Path;
@@ -68,7 +69,16 @@ class AfterwardsTest {
             process.destroyForcibly().waitFor();
         }
         Reboot.forget();
-        folder.clear();
+        await("that a cleaner ends, whose file is in the folder", this::isCleared);
+    }
+
+    private boolean isCleared() {
+        try {
+            folder.clear();
+            return true;
+        } catch (UncheckedIOException inUse) {
+            return false;
+        }
     }
 
     private Process start(ProcessBuilder process) throws IOException {
