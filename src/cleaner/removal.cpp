@@ -1,7 +1,5 @@
 #include "cleaner/removal.h"
 
-#include <ranges>
-
 #include "file/in_use/at_reboot.h"
 #include "file/in_use/delete_entry.h"
 #include "file/in_use/directory_search.h"
@@ -73,8 +71,8 @@ class Attempt {
         removeContent(WString(directories[index]), directories);
       }
     }
-    for (const WString& directory : std::views::reverse(directories)) {
-      removeEntry(directory, EntryKind::kDirectory);
+    for (; !directories.empty(); directories.pop_back()) {
+      removeEntry(directories.back(), EntryKind::kDirectory);
     }
   }
 
