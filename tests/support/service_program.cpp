@@ -17,10 +17,10 @@ void write(const std::wstring& line) {
   std::fclose(file);
 }
 
-/// No field of the last state is 0 that need not be.
+/// When it stops, no field is 0 that need not be.
 void tell(DWORD state) {
   SERVICE_STATUS status = {SERVICE_WIN32_OWN_PROCESS, state, 0, 0, 0, 3, 4};
-  if (state == SERVICE_STOPPED) {
+  if (state == SERVICE_STOPPED || state == SERVICE_STOP_PENDING) {
     status.dwWin32ExitCode = ERROR_SERVICE_SPECIFIC_ERROR;
     status.dwServiceSpecificExitCode = 7;
   } else {
@@ -29,11 +29,21 @@ void tell(DWORD state) {
   SetServiceStatus(service, &status);
 }
 
+/// After the control was answered: who has stopped gets no answer through any more.
+DWORD WINAPI stop(void*) {
+  Sleep(500);
+  tell(SERVICE_STOPPED);
+  return 0;
+}
+
 void WINAPI onControl(DWORD control) {
   write(L"control " + std::to_wstring(control));
-  tell(control == SERVICE_CONTROL_STOP    ? SERVICE_STOPPED
+  tell(control == SERVICE_CONTROL_STOP    ? SERVICE_STOP_PENDING
        : control == SERVICE_CONTROL_PAUSE ? SERVICE_PAUSED
                                           : SERVICE_RUNNING);
+  if (control == SERVICE_CONTROL_STOP) {
+    CloseHandle(CreateThread(nullptr, 0, stop, nullptr, 0, nullptr));
+  }
 }
 
 void WINAPI run(DWORD count, wchar_t** arguments) {

@@ -83,7 +83,7 @@ class ServiceTest {
         assertEquals(process, othersSee().dwProcessId);
         services.deleteNTService(NAME);
         assertFails(-120000, 1072, () -> services.createNTService(NAME, config));
-        assertEquals("NTServiceStatus[serviceType=16, currentState=1, controlsAccepted=0, win32ExitCode=1066, "
+        assertEquals("NTServiceStatus[serviceType=16, currentState=3, controlsAccepted=0, win32ExitCode=1066, "
                 + "serviceSpecificExitCode=7, checkPoint=3, waitHint=4]",
                 services.controlNTService(NAME, Win32ServiceImpl.SERVICE_CONTROL_STOP).toString());
         await(() -> !services.serviceExists(NAME) && !program.isAlive());
