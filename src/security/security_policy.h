@@ -4,24 +4,15 @@
 
 #include <ntsecapi.h>
 
-#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/required_function.h"
 #include "bridge/win32/text.h"
 #include "bridge/win32/win32_failure.h"
 
 namespace corvane {
 
-/// Only what was found: a system that lacks a function of the security authority cannot do what
-/// was asked, and that is its own error.
-template <class Function>
-RuntimeFunction<Function> required(RuntimeFunction<Function> function) {
-  if (!function) {
-    throw Win32Failure(ERROR_CALL_NOT_IMPLEMENTED);
-  }
-  return function;
-}
-
-/// The function of the security authority, which must be there.
-#define LSA_FUNCTION(name) required(RUNTIME_FUNCTION(Advapi32, name))
+/// The function of the security authority. A system that lacks it cannot do what was asked, and
+/// that is its own error.
+#define LSA_FUNCTION(name) required<ERROR_CALL_NOT_IMPLEMENTED>(RUNTIME_FUNCTION(Advapi32, name))
 
 /// A text as the security authority takes it, which borrows it; null is a text that is none. Throws
 /// Win32Failure for one whose length has no place there: it would be another, shorter right.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "bridge/win32/scoped_handle.h"
+#include "bridge/win32/text.h"
 #include "security/network_management.h"
 
 namespace corvane {
@@ -91,7 +92,12 @@ class Accounts {
       (void)name.release();  // whatever a failure left there
       throw NoController(status);
     }
-    return reinterpret_cast<const wchar_t*>(name.get());
+    // Without a name it would be this machine that is changed, and nobody told.
+    WString controller = textOrEmpty(reinterpret_cast<const wchar_t*>(name.get()));
+    if (controller.empty()) {
+      throw NoController(NERR_DCNotFound);
+    }
+    return controller;
   }
 
   NET_API_STATUS addMember(const WString& group, const WString& user) const {

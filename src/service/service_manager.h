@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "bridge/win32/runtime_function.h"
+#include "bridge/win32/required_function.h"
 #include "bridge/win32/scoped_handle.h"
 #include "bridge/win32/win32_failure.h"
 
@@ -25,17 +25,8 @@ using ScopedServiceHandle = ScopedHandle<ServiceHandleTraits>;
 /// before (`SERVICE_FUNCTION`), and where no function is, no service exists.
 struct NoServiceManager {};
 
-/// Throws Win32Failure with ERROR_PROC_NOT_FOUND for a function that is missing.
-template <class Function>
-RuntimeFunction<Function> required(RuntimeFunction<Function> function) {
-  if (!function) {
-    throw Win32Failure(ERROR_PROC_NOT_FOUND);
-  }
-  return function;
-}
-
 /// The function of the service manager that an operation is about. Windows 95, 98 and ME lack it.
-#define SERVICE_FUNCTION(name) required(RUNTIME_FUNCTION(advapi32, name))
+#define SERVICE_FUNCTION(name) required<ERROR_PROC_NOT_FOUND>(RUNTIME_FUNCTION(advapi32, name))
 
 // The rights that are asked for with a service.
 constexpr DWORD kQueryServiceStatus = READ_CONTROL | SERVICE_QUERY_STATUS;

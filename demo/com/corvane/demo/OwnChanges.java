@@ -17,8 +17,8 @@ final class OwnChanges {
         leaveOut("\\[HKEY_CURRENT_USER\\\\Console[\\]\\\\].*",
                 "the looks of console windows, written when a program opens the first one");
         leaveOut(".*\\\\corvane_win32-\\d+(\\\\corvane_win32-\\d+\\.dll .*)?",
-                "the library's unpacked copies, in use as long as it runs, and the cleaner's folder; "
-                        + "removed when it next runs");
+                "the library's unpacked copies, in use as long as it runs, removed when it next runs; and the "
+                        + "cleaner's empty folder, removed when it next runs an hour later or after");
     }
 
     private OwnChanges() {}

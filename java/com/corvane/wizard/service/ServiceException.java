@@ -47,7 +47,7 @@ public class ServiceException extends Exception {
     /**
      * Which operation failed.
      *
-     * @return a negative number; the operations name theirs
+     * @return a number, negative but for 1073 of {@code serviceExists}; the operations name theirs
      */
     public int getCode() {
         return code;
@@ -76,7 +76,7 @@ public class ServiceException extends Exception {
     /**
      * How severe the failure is.
      *
-     * @return 1 for a severe failure, otherwise 0
+     * @return 1 when an account held no right that could be taken away, otherwise 0
      */
     public int getSeverity() {
         return severity;
@@ -85,7 +85,7 @@ public class ServiceException extends Exception {
     /**
      * Says how severe the failure is.
      *
-     * @param severity 1 for a severe failure, otherwise 0
+     * @param severity 1 when an account held no right that could be taken away, otherwise 0
      */
     public void setSeverity(int severity) {
         this.severity = severity;

@@ -40,7 +40,8 @@ public class ProcessRequest {
      * Makes a request to run a program as the user of this process. What it writes goes nowhere.
      *
      * @param command the program's file, with its extension; blanks in it do no harm
-     * @param argumentString what follows it on the command line, just as it is given; null or empty for
+     * @param argumentString what follows it on the command line, just as it is given. Both go through the ANSI
+     *     code page on every Windows: a character that it lacks becomes a similar one or a ?; null or empty for
      *     nothing
      */
     public ProcessRequest(String command, String argumentString) {

@@ -34,14 +34,15 @@ public final class Win32Cleaner {
     private Win32Cleaner() {}
 
     /**
-     * Has all of this deleted when this JVM has ended. What is not there then is not missed. It may be called several
-     * times.
+     * Has all of this deleted when this JVM has ended. What is not there then is not missed. Each call
+     * takes more than a second and starts a cleaner of its own, unless there is nothing to delete.
      *
      * @param files files; a directory among them stays, and so does a link to one
      * @param directories directories, each with all that is in it; of a link, only itself. A file among them goes
      * @throws IllegalArgumentException when one of them is not absolute, is the root of a drive or a share, is no
      *     path or has a part of dots alone, or cannot be named in the ANSI code page, in which the cleaner gets it
      * @throws UnsatisfiedLinkError when the library cannot be loaded, see {@link Win32Library#load()}
+     * @throws NullPointerException when a collection or one of its elements is null
      * @throws IOException when the cleaner cannot be unpacked
      * @throws ServiceException -70007 when it cannot be started
      */

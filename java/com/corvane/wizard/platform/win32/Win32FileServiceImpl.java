@@ -56,8 +56,8 @@ public class Win32FileServiceImpl {
      * Reads the attributes of a file or a directory. Windows: GetFileAttributes.
      *
      * @param path the file or directory
-     * @return a new object, or null when Windows refuses without a reason: readable is always set; writeable unless the file is read-only; executable for
-     *     a directory; hidden, archive and system as they are
+     * @return a new object, or null when Windows refuses without a reason: readable is always set; writeable
+     *     unless the file is read-only; executable for a directory; hidden, archive and system as they are
      * @throws ServiceException -30000
      */
     public native FileAttributes getFileAttributes(String path) throws ServiceException;

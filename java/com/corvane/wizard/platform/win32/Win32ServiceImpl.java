@@ -14,12 +14,13 @@ import com.corvane.wizard.service.ServiceException;
  * service manager of this machine for all rights, so they are for administrators, those that only ask
  * included: anybody else gets 5 (ERROR_ACCESS_DENIED). Nothing is kept open between calls.
  *
- * <p>Windows 95, 98 and ME have no services: there {@link #serviceExists} is false and the others fail with 127
- * (ERROR_PROC_NOT_FOUND). So do, on NT 4, those that speak of a "Win2kService", which Windows 2000 and all later
- * ones have. A name that a method does not refuse itself is left to Windows to refuse.
+ * <p>Windows 95, 98 and ME have no services: there {@link #serviceExists} and {@link #isWin2k} are false, and all
+ * else that is about a service fails with 127 (ERROR_PROC_NOT_FOUND). So do, on NT 4, those that speak of a
+ * "Win2kService", which Windows 2000 and all later ones have. A name that a method does not refuse itself is left
+ * to Windows to refuse.
  *
  * <p>What a getter or setter of an object throws that is handed in or made is passed on as it is. Nothing has
- * been changed then.
+ * been changed then, but a control has been sent.
  */
 public class Win32ServiceImpl {
 

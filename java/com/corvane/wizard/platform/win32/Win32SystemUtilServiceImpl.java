@@ -55,7 +55,8 @@ public class Win32SystemUtilServiceImpl {
      * the one who sits there, to which that logon is given access for as long as it exists. Where Windows
      * does not let that happen, {@link #LogWarning} is told; on Windows 2000 its logon service is tried then,
      * which runs the program as this user, who is the other one to the network, and passes no output. Two
-     * threads must not do this at once: the process is in another window station for a moment. Windows: LogonUserA, CreateProcessAsUserA, CreateProcessWithLogonW.
+     * threads must not do this at once: the process is in another window station for a moment. Windows:
+     * LogonUserA, CreateProcessAsUserA, CreateProcessWithLogonW.
      *
      * @param request a {@link ProcessRequest}, or another object that has its methods; null is refused
      * @param showWindow how its window is first shown, such as {@link ProcessRequest#WINDOW_HIDDEN}

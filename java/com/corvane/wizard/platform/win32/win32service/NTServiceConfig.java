@@ -1,6 +1,7 @@
 package com.corvane.wizard.platform.win32.win32service;
 
 import java.util.Arrays;
+import java.util.Objects;
 
 /**
  * What a service is: for {@link com.corvane.wizard.platform.win32.Win32ServiceImpl#createNTService}, which needs
@@ -93,7 +94,7 @@ public class NTServiceConfig {
      * @return the command
      */
     public static String quotedCommand(String program, String arguments) {
-        String quoted = '"' + program + '"';
+        String quoted = '"' + Objects.requireNonNull(program) + '"';
         return arguments == null || arguments.isEmpty() ? quoted : quoted + ' ' + arguments;
     }
 
