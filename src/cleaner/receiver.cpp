@@ -71,7 +71,7 @@ class Receiver {
 
   static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
     auto* const receiver = reinterpret_cast<Receiver*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (message != WM_COPYDATA || receiver == nullptr) {
+    if (message != WM_COPYDATA || receiver == nullptr || second == 0) {
       return DefWindowProcA(window, message, first, second);
     }
     return receiver->takes(reinterpret_cast<HWND>(first),
