@@ -13,7 +13,7 @@ check_library() {
 check_program() {
   check "$1: imports only Windows' own libraries" imports_only_windows "$2"
   check "$1: imports no function that an older Windows lacks" imports_only_old_functions "$2"
-  check "$1: no execution of data, random addresses" is_hardened "$2"
+  check "$1: no execution of data, random addresses, a guarded stack" is_hardened "$2"
   check "$1: carries its version" carries_its_version "$2"
   check "$1: stripped, its symbols beside it" is_stripped "$2"
 }
@@ -68,6 +68,8 @@ is_hardened() {
   for flag in HIGH_ENTROPY_VA DYNAMIC_BASE NX_COMPAT; do
     objdump -p "$1" | grep "$flag"
   done
+  objdump -t "${1%.*}.debug" | grep '\b__stack_chk_fail\b'
+  objdump -d "$1" | grep 'int  *\$0x29'
 }
 
 carries_its_version() {
