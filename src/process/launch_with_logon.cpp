@@ -24,7 +24,7 @@ ChildProcess start(const CreateProcessWithLogon& create,
   PROCESS_INFORMATION started = {};
   throwUnless(create(credentials.user.c_str(),
                      credentials.workgroup.c_str(),
-                     credentials.password.c_str(),
+                     credentials.password.get(),
                      DWORD{LOGON_NETCREDENTIALS_ONLY},
                      nullptr,
                      commandLine.data(),

@@ -29,7 +29,7 @@ class ProcessRequest : public JavaObject {
   WString command() const { return callStringMethod(L"getCommand"); }
   WString argumentString() const { return callStringMethod(L"getArgumentString"); }
   WString user() const { return callStringMethod(L"getUsername"); }
-  WString password() const { return callStringMethod(L"getPassword"); }
+  SecretText password() const { return callSecretMethod(L"getPassword"); }
   WString workgroup() const { return callStringMethod(L"getWorkgroup"); }
 
   /// How the program's window is shown: SW_HIDE and so on.

@@ -1,7 +1,6 @@
 #include <com_corvane_wizard_platform_win32_Win32SecurityServiceImpl.h>
 
 #include "bridge/java/java_values.h"
-#include "bridge/java/jni_secret.h"
 #include "bridge/java/native_frame.h"
 #include "bridge/java/nt_only.h"
 #include "security/network_management.h"
@@ -57,10 +56,9 @@ NATIVE(void, Win32SecurityServiceImpl, win32CreateUser)
  jstring comment,
  jobjectArray groups) {
   accountFrame(env, kCreateUserFailed, [&] {
-    JniSecret secret(env, password);
     const NewUser user = {
         .name = textFromJava(env, name),
-        .password = secret.get(),
+        .password = secretFromJava(env, password),
         .fullName = textFromJava(env, fullName),
         .comment = textFromJava(env, comment),
         .groups = groups == nullptr ? std::vector<WString>() : textsFromJava(env, groups)};

@@ -19,8 +19,11 @@ struct NetBufferTraits {
 };
 
 /// A text as the functions take it, which do not change it.
+wchar_t* passed(const wchar_t* text) {
+  return const_cast<wchar_t*>(text);
+}
 wchar_t* passed(const WString& text) {
-  return const_cast<wchar_t*>(text.c_str());
+  return passed(text.c_str());
 }
 
 template <class Info>
@@ -48,7 +51,7 @@ class Accounts {
   NET_API_STATUS addUser(const NewUser& user) const {
     USER_INFO_2 info = {};
     info.usri2_name = passed(user.name);
-    info.usri2_password = user.password;
+    info.usri2_password = passed(user.password.get());
     info.usri2_priv = USER_PRIV_USER;
     info.usri2_comment = passed(user.comment);
     info.usri2_flags = UF_SCRIPT | UF_NORMAL_ACCOUNT;  // the first is demanded of every account

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "bridge/win32/secret_text.h"
 #include "bridge/win32/text.h"
 #include "bridge/win32/win32_failure.h"
 
@@ -33,7 +34,7 @@ class NotJoined : public Win32Failure {
 
 struct NewUser {
   WString name;
-  wchar_t* password;  // null is none
+  SecretText password;
   WString fullName;
   WString comment;
   std::vector<WString> groups;

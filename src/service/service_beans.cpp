@@ -46,7 +46,8 @@ struct ConfigProperty {
   std::variant<DWORD ServiceConfig::*,
                bool ServiceConfig::*,
                OptionalText ServiceConfig::*,
-               OptionalTexts ServiceConfig::*>
+               OptionalTexts ServiceConfig::*,
+               SecretText ServiceConfig::*>
       member;
 };
 

@@ -30,8 +30,8 @@ ByteBuffer packDependencies(const OptionalTexts& dependencies) {
 }
 
 /// An empty text counts as absent.
-const wchar_t* textOrNull(const OptionalText& text) {
-  return hasText(text.get()) ? text.get() : nullptr;
+const wchar_t* textOrNull(const wchar_t* text) {
+  return hasText(text) ? text : nullptr;
 }
 
 ServiceConfig configIn(const ServiceAnswer& answer) {
@@ -65,8 +65,8 @@ ServiceCreator::ServiceCreator()
 
 void ServiceCreator::create(const wchar_t* name, const ServiceConfig& config) const {
   const ByteBuffer dependencies = packDependencies(config.dependencies);
-  const wchar_t* const userName = textOrNull(config.userName);
-  const wchar_t* const password = userName == nullptr ? nullptr : textOrNull(config.password);
+  const wchar_t* const userName = textOrNull(config.userName.get());
+  const wchar_t* const password = userName == nullptr ? nullptr : textOrNull(config.password.get());
   const ScopedServiceHandle service(createService_(manager_.get(),
                                                    name,
                                                    config.displayName.get(),

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "bridge/win32/optional_text.h"
+#include "bridge/win32/secret_text.h"
 #include "service/service_manager.h"
 
 namespace corvane {
@@ -22,7 +23,7 @@ struct ServiceConfig {
   OptionalText loadOrderGroup;
   OptionalTexts dependencies;
   OptionalText userName;
-  OptionalText password;  // never told
+  SecretText password;  // never told
 };
 
 // All throw Win32Failure, with ERROR_BAD_ARGUMENTS for a dependency that is absent, and

@@ -24,6 +24,7 @@ std::map<uint64_t, Block> blocks;
 
 /// What the passwords of the tests hold. In memory that is given back it must not be found.
 constexpr std::wstring_view kSecret = L"geheim";
+constexpr std::string_view kAnsiSecret = "geheim";
 
 /// Checks a block that is about to be freed or moved; one from before the watch began is not known.
 /// False when it is free already.
@@ -45,7 +46,9 @@ bool retire(uint64_t address, const std::string& function) {
               " bytes");
   }
   if (std::wstring_view(reinterpret_cast<const wchar_t*>(block), size / sizeof(wchar_t))
-          .find(kSecret) != kSecret.npos) {
+              .find(kSecret) != kSecret.npos ||
+      std::string_view(reinterpret_cast<const char*>(block), size).find(kAnsiSecret) !=
+          kAnsiSecret.npos) {
     violation("a password is left in a heap block that is freed");
   }
   accounts().close(Account::kHeapBlock, address, function);

@@ -8,6 +8,9 @@ namespace corvane {
 
 namespace {
 
+constexpr const char* kGetsText = "()Ljava/lang/String;";
+constexpr const char* kSetsText = "(Ljava/lang/String;)V";
+
 std::string methodName(const char* verb, const char* property) {
   return std::string(verb) + property;
 }
@@ -50,7 +53,7 @@ void BeanReader::get(const char* property, bool& value) const {
 }
 
 void BeanReader::get(const char* property, OptionalText& value) const {
-  read<jstring>(property, "()Ljava/lang/String;", [&](jstring string) {
+  read<jstring>(property, kGetsText, [&](jstring string) {
     const LocalReference text(env_, string);
     value = OptionalText(JniString(env_, text.get()).get());
   });
@@ -60,6 +63,13 @@ void BeanReader::get(const char* property, OptionalTexts& value) const {
   read<jobjectArray>(property, "()[Ljava/lang/String;", [&](jobjectArray strings) {
     const LocalReference array(env_, strings);
     value = optionalTextsFromJava(env_, array.get());
+  });
+}
+
+void BeanReader::get(const char* property, SecretText& value) const {
+  read<jstring>(property, kGetsText, [&](jstring string) {
+    const LocalReference text(env_, string);
+    value = secretFromJava(env_, text.get());
   });
 }
 
@@ -84,12 +94,16 @@ void BeanWriter::set(const char* property, bool value) const {
 
 void BeanWriter::set(const char* property, const OptionalText& value) const {
   const LocalReference text(env_, newOptionalJavaString(env_, value.get()));
-  write(property, "(Ljava/lang/String;)V", text.get());
+  write(property, kSetsText, text.get());
 }
 
 void BeanWriter::set(const char* property, const OptionalTexts& value) const {
   const LocalReference texts(env_, newOptionalJavaStringArray(env_, value));
   write(property, "([Ljava/lang/String;)V", texts.get());
+}
+
+void BeanWriter::set(const char* property, const SecretText& /*value*/) const {
+  write(property, kSetsText, jstring{nullptr});
 }
 
 }  // namespace corvane

@@ -5,12 +5,14 @@
 
 #include "bridge/java/java_class.h"
 #include "bridge/win32/optional_text.h"
+#include "bridge/win32/secret_text.h"
 
 namespace corvane {
 
 // Java objects that are records: a property "StartType" is read by `getStartType()` and written by
 // `setStartType(value)`, found by that name and the signature of the value's type: I for a DWORD, Z
-// for a bool, String and String[] for texts, whose null is an absent one.
+// for a bool, String and String[] for texts, whose null is an absent one. A password is a String
+// that is only read: written it is null.
 //
 // What a class does not have is done without, so that older and newer classes than this library
 // knows can be used with it: a getter that is missing leaves the value as it was, a setter that is
@@ -29,6 +31,7 @@ class BeanReader {
   void get(const char* property, bool& value) const;
   void get(const char* property, OptionalText& value) const;
   void get(const char* property, OptionalTexts& value) const;
+  void get(const char* property, SecretText& value) const;
 
   /// A method that takes arguments, as those of lists do. False when it is missing.
   template <class Function>
@@ -60,6 +63,7 @@ class BeanWriter {
   void set(const char* property, bool value) const;
   void set(const char* property, const OptionalText& value) const;
   void set(const char* property, const OptionalTexts& value) const;
+  void set(const char* property, const SecretText& value) const;
 
   /// A method that takes a value, such as the one that adds to a list. False when it is missing.
   template <class Value>

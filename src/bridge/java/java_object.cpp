@@ -73,12 +73,21 @@ JavaObject::JavaObject(JNIEnv* env, jobject object)
   }
 }
 
-WString JavaObject::callStringMethod(const WString& name) const {
+LocalReference<jstring> JavaObject::callForText(const WString& name) const {
   const auto method =
       findMethod<jstring()>(env_, class_.get(), kStringMethod, name, "()Ljava/lang/String;");
-  const LocalReference text(env_, method.invoke(object_.get()));
+  LocalReference text(env_, method.invoke(object_.get()));
   throwIfThrown(env_);
-  return textFromJava(env_, text.get());
+  return text;
+}
+
+WString JavaObject::callStringMethod(const WString& name) const {
+  return textFromJava(env_, callForText(name).get());
+}
+
+SecretText JavaObject::callSecretMethod(const WString& name) const {
+  const LocalReference<jstring> text = callForText(name);
+  return text ? secretFromJava(env_, text.get()) : SecretText(0);
 }
 
 LocalReference<jobject> JavaObject::callObjectMethod(const WString& name,

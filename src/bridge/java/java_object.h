@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "bridge/java/java_reference.h"
+#include "bridge/win32/secret_text.h"
 #include "bridge/win32/text.h"
 
 namespace corvane {
@@ -47,6 +48,9 @@ class JavaObject {
   /// Calls "()Ljava/lang/String;". Null is the empty text.
   WString callStringMethod(const WString& name) const;
 
+  /// The same for a password.
+  SecretText callSecretMethod(const WString& name) const;
+
   /// Calls "()" for an object of the class `className`, in slash form ("java/io/OutputStream").
   LocalReference<jobject> callObjectMethod(const WString& name, const char* className) const;
 
@@ -64,6 +68,8 @@ class JavaObject {
   void callVoidMethodString(const WString& name, const WString& text) const;
 
  private:
+  LocalReference<jstring> callForText(const WString& name) const;
+
   JNIEnv* env_;
   GlobalReference<jobject> object_;
   GlobalReference<jclass> class_;

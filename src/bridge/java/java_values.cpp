@@ -77,6 +77,17 @@ WString textFromJava(JNIEnv* env, jstring string) {
   return textOrEmpty(JniString(env, string).get());
 }
 
+SecretText secretFromJava(JNIEnv* env, jstring string) {
+  if (string == nullptr) {
+    return {};
+  }
+  const jsize length = env->GetStringLength(string);
+  SecretText secret(static_cast<size_t>(length));
+  env->GetStringRegion(string, 0, length, reinterpret_cast<jchar*>(secret.get()));
+  throwIfJavaExceptionPending(env);
+  return secret;
+}
+
 OptionalTexts optionalTextsFromJava(JNIEnv* env, jobjectArray strings) {
   if (strings == nullptr) {
     return std::nullopt;

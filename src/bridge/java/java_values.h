@@ -7,6 +7,7 @@
 #include "bridge/java/java_reference.h"
 #include "bridge/win32/byte_buffer.h"
 #include "bridge/win32/optional_text.h"
+#include "bridge/win32/secret_text.h"
 #include "bridge/win32/text.h"
 
 namespace corvane {
@@ -49,6 +50,10 @@ jbyteArray newJavaByteArray(JNIEnv* env, const ByteBuffer& bytes);
 
 /// The text of a Java string for what makes no difference between null and empty.
 WString textFromJava(JNIEnv* env, jstring string);
+
+/// A password of Java's. The JVM copies the characters straight into it, so that it is the only
+/// copy.
+SecretText secretFromJava(JNIEnv* env, jstring string);
 
 /// The texts of an array for what does make one: null is absent, the array and each element.
 OptionalTexts optionalTextsFromJava(JNIEnv* env, jobjectArray strings);

@@ -72,7 +72,8 @@ public class Win32ServiceImpl {
      * @param config what it is; null is refused with 160, and so is a null among its dependencies. Type, start
      *     and errors have to be said. The command is handed over as it is: see
      *     {@link NTServiceConfig#quotedCommand}. Without a user name, null or empty, the service runs as
-     *     LocalSystem, whatever the password; an empty password is none
+     *     LocalSystem, whatever the password; an empty password is none. The library's copy of it is overwritten
+     *     before this returns
      * @throws ServiceException -120000
      */
     public native void createNTService(String serviceName, NTServiceConfig config) throws ServiceException;
