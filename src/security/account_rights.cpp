@@ -44,12 +44,18 @@ void changeRights(Change change, const RightsHolder& holder, const Rights& right
 struct LsaMemoryTraits {
   using Handle = LSA_UNICODE_STRING*;
   static Handle none() noexcept { return nullptr; }
-  void close(Handle memory) const noexcept { lsaFreeMemory(memory); }
+  void close(Handle memory) const noexcept {
+    if (lsaFreeMemory) {
+      lsaFreeMemory(memory);
+    }
+  }
 
-  RuntimeFunction<decltype(&LsaFreeMemory)> lsaFreeMemory;
+  RuntimeFunction<decltype(&LsaFreeMemory)> lsaFreeMemory =
+      RUNTIME_FUNCTION(Advapi32, LsaFreeMemory);
 };
 
-/// What the authority returned, which is freed with its own function.
+/// What the authority returned, which is freed with its own function. Where that is missing it
+/// stays: what was found out is worth more than a few bytes.
 using LsaMemory = ScopedHandle<LsaMemoryTraits>;
 
 /// The text that the authority returned, which need not be terminated.
@@ -76,12 +82,10 @@ std::vector<WString> accountRights(const RightsHolder& holder) {
   const SecurityPolicy policy(holder.system, kWorkingOnRecord);
   const LocalHolder sid = findAccountSid(holder.account);
   const auto lsaEnumerateAccountRights = LSA_FUNCTION(LsaEnumerateAccountRights);
-  // Asked for before there is anything to be freed.
-  const auto lsaFreeMemory = LSA_FUNCTION(LsaFreeMemory);
   LSA_UNICODE_STRING* found = nullptr;
   ULONG count = 0;
   policy.throwUnlessGood(lsaEnumerateAccountRights(policy.get(), sid.get(), &found, &count));
-  const LsaMemory rights({lsaFreeMemory}, found);
+  const LsaMemory rights(found);
   std::vector<WString> texts;
   for (const LSA_UNICODE_STRING& right : std::span(rights.get(), found == nullptr ? 0 : count)) {
     texts.push_back(textOf(right));

@@ -18,7 +18,8 @@ constexpr std::string_view kLeaveKeys =
     " longestValueNameData getKeyValueNames getSubkeyNames systemStartupCommands"
     " removeSystemStartupCommand ";
 /// The token by which an administrator is told from others, those by which privileges are enabled
-/// (see PrivilegeEnabler), and a policy with which something failed (see SecurityPolicy).
+/// (see PrivilegeEnabler), and a policy with which something failed (see SecurityPolicy); and what
+/// the authority returned, where its function for freeing it is missing.
 constexpr std::string_view kLeaveHandles =
     " isCurrentUserAdmin win32RegisterUninstaller win32UnregisterUninstaller"
     " setFileOwner setFileOwnerGroup setDesktopItemOwner setDesktopItemOwnerGroup"
@@ -32,7 +33,8 @@ bool names(std::string_view natives, const std::string& native) {
 
 bool staysOpen(std::string_view account, const std::string& native) {
   return (account == Account::kKey && names(kLeaveKeys, native)) ||
-         (account == Account::kHandle && names(kLeaveHandles, native));
+         ((account == Account::kHandle || account == Account::kLsaMemory) &&
+          names(kLeaveHandles, native));
 }
 
 /// Predefined keys are not opened (opening one with no path gives itself), and closing one, or no
