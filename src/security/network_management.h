@@ -30,7 +30,7 @@ class NetworkManagement {
   RuntimeFunction<decltype(&NetLocalGroupAddMembers)> localGroupAddMembers;
 
  private:
-  explicit NetworkManagement(HMODULE netapi32) noexcept;
+  explicit NetworkManagement(HMODULE library) noexcept;
   bool isComplete() const noexcept;
 };
 

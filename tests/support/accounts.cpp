@@ -31,10 +31,14 @@ bool names(std::string_view natives, const std::string& native) {
   return natives.find(" " + native + " ") != std::string_view::npos;
 }
 
-bool staysOpen(std::string_view account, const std::string& native) {
-  return (account == Account::kKey && names(kLeaveKeys, native)) ||
+/// What is loaded in this way is kept by promise (see KeptSystemLibrary and advapi32).
+constexpr std::string_view kKeepsModule = "LoadLibraryW";
+
+bool staysOpen(std::string_view account, const Accounts::Origin& origin) {
+  return (account == Account::kKey && names(kLeaveKeys, origin.native)) ||
          ((account == Account::kHandle || account == Account::kLsaMemory) &&
-          names(kLeaveHandles, native));
+          names(kLeaveHandles, origin.native)) ||
+         (account == Account::kModule && origin.function == kKeepsModule);
 }
 
 /// Predefined keys are not opened (opening one with no path gives itself), and closing one, or no
@@ -88,7 +92,7 @@ void Accounts::closeAll(std::string_view account) {
 std::vector<std::string> Accounts::unbalanced() const {
   std::vector<std::string> texts;
   for (const auto& [key, origin] : items_) {
-    if (!staysOpen(key.first, origin.native)) {
+    if (!staysOpen(key.first, origin)) {
       texts.push_back(describe(key.first, key.second) + " of " + origin.function +
                       (origin.native.empty() ? "" : " in " + origin.native));
     }

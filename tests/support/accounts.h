@@ -28,11 +28,12 @@ class Accounts {
   /// The most things of one kind that were open at once.
   size_t peak(std::string_view account) const;
 
- private:
   struct Origin {
     std::string function;
     std::string native;
   };
+
+ private:
   struct Count {
     size_t now = 0;
     size_t peak = 0;

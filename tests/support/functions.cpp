@@ -73,7 +73,7 @@ constexpr Function kWin32Functions[] = {
     {"FreeLibrary", "w", kCannotFail, closes(Account::kModule, 0)},
     {"GetModuleHandle*", "t", kZero},
     {"GetProcAddress", "-t", kZero},
-    {"LoadLibraryW", "t", kZero},
+    {"LoadLibraryW", "t", kZero, opensResult(Account::kModule)},
     {"LoadLibraryEx*", "tpn", kZero, opensResult(Account::kModule)},
 
     // Files.

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "bridge/win32/system_library.h"
+
 namespace {
 
 /// What is left of COM on this thread: S_OK when nothing is started, S_FALSE when it is, and an
@@ -58,6 +60,18 @@ TEST(LibraryLoad, StartsComAndEndsItAgain) {
 
 TEST(LibraryLoad, EndsComOnceAlsoWhenItsStartFailed) {
   onFreshThread(endAlone);
+}
+
+// One reference, which nobody else can give back.
+TEST(KeptSystemLibrary, StaysWhenEverybodyElseHasLeft) {
+  static constinit corvane::KeptSystemLibrary kept(L"Netapi32.dll");
+  HMODULE const others = LoadLibraryA("netapi32.dll");
+  EXPECT_EQ(kept.get(), others);
+  EXPECT_EQ(kept.get(), others);
+  FreeLibrary(others);
+  EXPECT_EQ(GetModuleHandleA("netapi32.dll"), others);
+  FreeLibrary(others);
+  EXPECT_EQ(GetModuleHandleA("netapi32.dll"), nullptr);
 }
 
 }  // namespace

@@ -53,13 +53,20 @@ HMODULE loadSystemLibrary(const char* name, DWORD flags) noexcept {
   return path ? LoadLibraryExA(path.get(), nullptr, flags) : nullptr;
 }
 
-HMODULE keptSystemLibrary(const wchar_t* name) noexcept {
-  const SystemPath<wchar_t> path(GetSystemDirectoryW, name);
+HMODULE KeptSystemLibrary::get() noexcept {
+  const SystemPath<wchar_t> path(GetSystemDirectoryW, name_);
   if (!path) {
     return nullptr;
   }
   const HMODULE loaded = GetModuleHandleW(path.get());
-  return loaded != nullptr ? loaded : LoadLibraryW(path.get());
+  if (loaded != nullptr && loaded == own_) {
+    return loaded;
+  }
+  const HMODULE own = LoadLibraryW(path.get());
+  if (own != nullptr) {
+    own_ = own;
+  }
+  return own;
 }
 
 }  // namespace corvane
