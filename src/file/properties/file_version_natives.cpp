@@ -19,7 +19,7 @@ namespace {
 constexpr jint kGetShortPathFailed = -1200015;
 
 /// What `read()` tells, as far as it can be told: a file whose version cannot be read, for whatever
-/// reason, has none. Only a Java exception is more than that, and stays pending.
+/// reason, has none, and nothing is raised. A Java exception stays pending.
 template <class Read>
 auto ifReadable(const Read& read) -> decltype(read()) {
   try {
@@ -27,6 +27,8 @@ auto ifReadable(const Read& read) -> decltype(read()) {
   } catch (const Win32Failure&) {
     return {};
   } catch (const std::exception&) {
+    return {};
+  } catch (const PendingJavaException&) {
     return {};
   }
 }

@@ -167,7 +167,7 @@ public class Win32ServiceImpl {
     public native String[] enumNTServiceKeys(int serviceType, int serviceState) throws ServiceException;
 
     /**
-     * Tells whether this is Windows 2000. No method here depends on it. Windows: GetVersionEx.
+     * Tells whether this is Windows 2000. No method here depends on it. Throws nothing. Windows: GetVersionEx.
      *
      * @return true on version 5.0 of the NT family alone, and on no later one
      */
@@ -227,7 +227,8 @@ public class Win32ServiceImpl {
 
     /**
      * Tells the version of a program, a library or any other file that has one among its resources. Windows:
-     * GetFileVersionInfo, VerQueryValue.
+     * GetFileVersionInfo, VerQueryValue. Throws no {@code ServiceException}; what the JVM or a setter of the object
+     * throws, such as an {@code OutOfMemoryError}, is passed on.
      *
      * @param path the file; a bare name is looked for as Windows looks for libraries
      * @return a new object; null when the file has no version, or it cannot be read, for whatever reason

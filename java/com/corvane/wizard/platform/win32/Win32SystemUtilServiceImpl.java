@@ -22,14 +22,14 @@ public class Win32SystemUtilServiceImpl {
     public native String getOSServiceLevel() throws ServiceException;
 
     /**
-     * Tells whether this is a Windows of the NT family: NT 4, 2000, XP or any later one.
+     * Tells whether this is a Windows of the NT family: NT 4, 2000, XP or any later one. Throws nothing.
      *
      * @return false on Windows 95, 98 and ME
      */
     public native boolean isWinNTor2K();
 
     /**
-     * Tells whether this is Windows ME.
+     * Tells whether this is Windows ME. Throws nothing.
      *
      * @return true on no other Windows
      */

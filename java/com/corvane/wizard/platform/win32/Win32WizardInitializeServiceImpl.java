@@ -9,7 +9,8 @@ public class Win32WizardInitializeServiceImpl {
 
     /**
      * Keeps the process on one processor: the active one with the lowest number, of the first 32. Does
-     * nothing on Windows 95, 98 and ME. Windows: SetProcessAffinityMask.
+     * nothing on Windows 95, 98 and ME, and where Windows refuses. Throws nothing. Windows:
+     * SetProcessAffinityMask.
      */
     public native void setProcessAffinity();
 }
