@@ -18,7 +18,9 @@ import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.List;
+import java.util.Map;
 import java.util.concurrent.Callable;
+import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
 
@@ -28,6 +30,7 @@ class ServiceTest {
 
     private static final String NAME = "CorvaneTest";
     private static final String SHOWN = "Corvane \u00dcbersicht";
+    private static final String KEY = "SYSTEM\\CurrentControlSet\\Services\\" + NAME;
 
     private final Win32ServiceImpl services = new Win32ServiceImpl();
     private final Folder folder = Folder.named("a service");
@@ -61,6 +64,11 @@ class ServiceTest {
         }
     }
 
+    /** What one of the system's own tools prints. */
+    private static String prints(String... command) throws Exception {
+        return new String(new ProcessBuilder(command).start().getInputStream().readAllBytes(), StandardCharsets.UTF_8);
+    }
+
     /** Deleted while it runs, it is there until it has stopped; its program may go on for a moment after that. */
     @Test
     void isStartedControlledAndStopped() throws Exception {
@@ -73,8 +81,10 @@ class ServiceTest {
         services.startNTService(NAME, new String[] {"with blanks", "\u8868"});
         await(NTServiceStatus.SERVICE_RUNNING);
         assertTrue(lists(Win32ServiceImpl.SERVICE_ACTIVE) && !lists(Win32ServiceImpl.SERVICE_INACTIVE));
+        assertTrue(prints("net", "start").contains("Corvane "));
         services.controlNTService(NAME, Win32ServiceImpl.SERVICE_CONTROL_PAUSE);
         await(NTServiceStatus.SERVICE_PAUSED);
+        assertTrue(prints("sc", "query", NAME).contains("PAUSED"));
         services.controlNTService(NAME, Win32ServiceImpl.SERVICE_CONTROL_CONTINUE);
         await(NTServiceStatus.SERVICE_RUNNING);
         services.controlNTService(NAME, 200);
@@ -91,7 +101,7 @@ class ServiceTest {
                 Files.readAllLines(record, StandardCharsets.UTF_16LE));
     }
 
-    /** Wine keeps the dependencies, but tells of none. */
+    /** Wine keeps the dependencies, but tells of none. Deleted while somebody has it open, it is there until then. */
     @Test
     void isConfiguredAndDescribed() throws Exception {
         NTServiceConfig config = config();
@@ -100,8 +110,11 @@ class ServiceTest {
         config.setEnableDesktopInteraction(true);
         config.setPassword("secret");
         services.createNTService(NAME, config);
-        assertArrayEquals(config.getDependencies(), Advapi32Util.registryGetStringArray(
-                HKEY_LOCAL_MACHINE, "SYSTEM\\CurrentControlSet\\Services\\" + NAME, "DependOnService"));
+        Map<String, Object> stored = Advapi32Util.registryGetValues(HKEY_LOCAL_MACHINE, KEY);
+        assertArrayEquals(config.getDependencies(), (String[]) stored.get("DependOnService"));
+        assertEquals(List.of(SHOWN, 272, 3, 1, config.getCommand(), "Group", "LocalSystem"),
+                Stream.of("DisplayName", "Type", "Start", "ErrorControl", "ImagePath", "Group", "ObjectName")
+                        .map(stored::get).toList());
         config.setUserName("LocalSystem");
         config.setDependencies(services.queryNTServiceConfig(NAME).getDependencies());
         assertEquals(config.toString(), services.queryNTServiceConfig(NAME).toString());
@@ -117,6 +130,11 @@ class ServiceTest {
             services.changeWin2kServiceDescription(NAME, text);
             assertEquals(text, services.queryWin2kServiceDescription(NAME));
         }
-        services.deleteNTService(NAME);
+        try (W32ServiceManager manager = new W32ServiceManager(1); W32Service held = manager.openService(NAME, 4)) {
+            services.deleteNTService(NAME);
+            held.queryStatus();
+            assertFails(-120000, 1072, () -> services.createNTService(NAME, config));
+        }
+        await(() -> !services.serviceExists(NAME));
     }
 }
