@@ -19,6 +19,7 @@ final class BeforeChapter implements Chapter {
     public void run(Stage stage) {
         stage.scene("What a run that was broken off has left");
         stage.does("clear registry entries", RegistryChapter::clear);
+        stage.does("clear the service", HarbourWatch::clear);
         stage.does("clear files", () -> Product.clear(new Win32FileServiceImpl()));
         stage.does("clear shortcuts", BeforeChapter::clearShortcuts);
         stage.does("clear the command of the next start", BeforeChapter::clearAfterwards);

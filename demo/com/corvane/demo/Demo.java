@@ -31,10 +31,12 @@ public final class Demo {
         CHAPTERS.put("", Arrays.asList(
                 BeforeChapter::new, WhoAndWhereChapter::new, RegistryChapter::new,
                 FilesChapter::new, UpdateInUseChapter::new, OwnerChapter::new,
-                ShortcutsChapter::new, ProgramListChapter::new, ProgramsChapter::new,
+                ShortcutsChapter::new, ProgramListChapter::new, RightsChapter::new,
+                ServiceChapter::new, VersionChapter::new, ProgramsChapter::new,
                 EnvironmentChapter::new, AfterwardsChapter::new));
         CHAPTERS.put("--after-reboot", Arrays.asList(
-                AfterStartChapter::new, RemovalInUseChapter::new, UninstallationChapter::new));
+                AfterStartChapter::new, WhatIsNewChapter::new, ServiceRemovalChapter::new,
+                RemovalInUseChapter::new, UninstallationChapter::new));
         CHAPTERS.put("--after-second-reboot", Collections.singletonList(NothingLeftChapter::new));
     }
 

@@ -7,6 +7,10 @@ final class Host {
 
     private Host() {}
 
+    static boolean isWine() {
+        return WINE != null;
+    }
+
     static String name() {
         return System.getProperty("os.name") + (WINE == null ? "" : " under Wine " + WINE);
     }

@@ -14,6 +14,8 @@ final class OwnChanges {
                 "the display adapter, which Windows enters under a new name at each start");
         leaveOut("\\[HKEY_LOCAL_MACHINE\\\\.*\"DriverDateData\"=.*",
                 "the date of its driver, which is that of the start");
+        leaveOut("\\[HKEY_LOCAL_MACHINE\\\\System\\\\.*\\\\Control\\\\ServiceCurrent\\].*",
+                "the count of the services that Windows has started since its own start");
         leaveOut("\\[HKEY_CURRENT_USER\\\\Console[\\]\\\\].*",
                 "the looks of console windows, written when a program opens the first one");
         leaveOut(".*\\\\corvane_win32-\\d+(\\\\corvane_win32-\\d+\\.dll .*)?",

@@ -8,21 +8,15 @@ import java.nio.file.Path;
 
 /** A file that a program leaves which was started by somebody else, and ends sometime. */
 final class Trace {
-    private static final int TRIES = 600;
-    private static final int PAUSE_MILLISECONDS = 50;
-
     private Trace() {}
 
     /** Waits for the file, removes it, and returns its text without the line break. */
-    static String take(Path file) throws IOException, InterruptedException {
-        for (int i = 0; i < TRIES; i++) {
-            Thread.sleep(PAUSE_MILLISECONDS);
-            String text = taken(file);
-            if (!text.isEmpty()) {
-                return text;
-            }
+    static String take(Path file) throws Exception {
+        String text = Waiting.forAnswer(taken -> !taken.isEmpty(), () -> taken(file));
+        if (text.isEmpty()) {
+            throw new NoSuchFileException(file.toString());
         }
-        throw new NoSuchFileException(file.toString());
+        return text;
     }
 
     /** Empty as long as the program has the file open or not made it yet. */

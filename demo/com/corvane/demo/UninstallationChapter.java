@@ -6,7 +6,6 @@ import com.corvane.wizard.service.ServiceException;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.util.List;
 
 /** Takes away what {@link ShortcutsChapter} and {@link ProgramListChapter} have made. */
 final class UninstallationChapter implements Chapter {
@@ -21,28 +20,11 @@ final class UninstallationChapter implements Chapter {
     }
 
     @Override
-    public void run(Stage stage) throws Exception {
-        showDifference(stage);
+    public void run(Stage stage) {
         failOnPurpose(stage);
         stage.scene("Shortcuts and their groups");
         Shortcut.ALL.forEach(shortcut -> remove(stage, shortcut));
         removeEntry(stage);
-    }
-
-    /** So that nobody takes a comparison for good which sees nothing. */
-    private static void showDifference(Stage stage) throws Exception {
-        stage.scene("What is new, compared with the registry and the disk before the installation");
-        List<String> changes = Snapshot.saved().changesTo(Snapshot.take());
-        for (Shortcut shortcut : Shortcut.ALL) {
-            isNew(stage, "the shortcut " + shortcut.name, shortcut.file().toString(), changes);
-        }
-        isNew(stage, "the program", Product.installed(Product.PROGRAM), changes);
-        isNew(stage, "the key of the list of programs", ProgramListEntry.KEY, changes);
-    }
-
-    private static void isNew(Stage stage, String what, String name, List<String> changes) {
-        stage.gives(what + " is seen as new", true, () -> changes.stream()
-                .anyMatch(change -> change.startsWith(Snapshot.NEW) && change.contains(name)));
     }
 
     private void failOnPurpose(Stage stage) {
