@@ -1,6 +1,7 @@
 #pragma once
 
 #include <jni.h>
+#include <windows.h>
 
 #include <string>
 
@@ -11,4 +12,14 @@ inline std::wstring textOf(JNIEnv* env, jstring text) {
   std::wstring copy(units, units + length);
   env->ReleaseStringChars(text, units);
   return copy;
+}
+
+/// The size is asked for first, the code page each time.
+inline std::string ansiOf(const std::wstring& text) {
+  const auto convert = [&](char* out, int size) {
+    return WideCharToMultiByte(GetACP(), 0, text.c_str(), -1, out, size, nullptr, nullptr);
+  };
+  std::string converted(static_cast<size_t>(convert(nullptr, 0)), '\0');
+  convert(converted.data(), static_cast<int>(converted.size()));
+  return converted;
 }

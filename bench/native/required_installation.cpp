@@ -37,16 +37,6 @@ DWORD freeSpace(const std::wstring& root, ULARGE_INTEGER& available) {
   return error;
 }
 
-/// The size is asked for first, the code page each time.
-std::string ansi(const std::wstring& text) {
-  const auto convert = [&](char* out, int size) {
-    return WideCharToMultiByte(GetACP(), 0, text.c_str(), -1, out, size, nullptr, nullptr);
-  };
-  std::string converted(static_cast<size_t>(convert(nullptr, 0)), '\0');
-  convert(converted.data(), static_cast<int>(converted.size()));
-  return converted;
-}
-
 struct Shortcut {
   std::wstring file;
   std::wstring target;
@@ -54,8 +44,8 @@ struct Shortcut {
 };
 
 HRESULT saveShortcut(IShellLinkA* link, IPersistFile* persistFile, const Shortcut& shortcut) {
-  link->SetPath(ansi(shortcut.target).c_str());
-  link->SetWorkingDirectory(ansi(shortcut.directory).c_str());
+  link->SetPath(ansiOf(shortcut.target).c_str());
+  link->SetWorkingDirectory(ansiOf(shortcut.directory).c_str());
   return persistFile->Save(shortcut.file.c_str(), TRUE);
 }
 
@@ -83,7 +73,7 @@ DWORD announceFolder(const std::wstring& folder) {
   if (GetFileAttributesW(folder.c_str()) == INVALID_FILE_ATTRIBUTES) {
     return GetLastError();
   }
-  SHChangeNotify(SHCNE_MKDIR, SHCNF_PATHA, ansi(folder + L"\\").c_str(), nullptr);
+  SHChangeNotify(SHCNE_MKDIR, SHCNF_PATHA, ansiOf(folder + L"\\").c_str(), nullptr);
   return ERROR_SUCCESS;
 }
 

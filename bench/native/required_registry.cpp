@@ -35,19 +35,6 @@ LSTATUS readBytes(const std::wstring& path, const std::wstring& name, std::vecto
   });
 }
 
-/// The elements' references are freed at once: a list may be longer than the JVM's table of them.
-jobjectArray toJava(JNIEnv* env, const Names& names) {
-  jclass type = env->FindClass("java/lang/String");
-  jobjectArray array = env->NewObjectArray(static_cast<jsize>(names.size()), type, nullptr);
-  for (jsize i = 0; const std::wstring& name : names) {
-    jstring element = toJava(env, name);
-    env->SetObjectArrayElement(array, i++, element);
-    env->ExceptionCheck();
-    env->DeleteLocalRef(element);
-  }
-  return array;
-}
-
 }  // namespace
 
 extern "C" {

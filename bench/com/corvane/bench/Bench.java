@@ -31,6 +31,10 @@ public final class Bench {
             report.comparison("Programs and variables", "JDK", programs.rows(), Row.JNA);
             report.alone("one \"write\" a byte of 1 MB, from Java", ProgramRows.loopAlone());
         }
+        try (ServiceRows services = new ServiceRows()) {
+            report.comparison("Services, versions and rights", "JDK", services.rows(), Row.JNA);
+            report.tells(services.note());
+        }
         report.close();
     }
 }

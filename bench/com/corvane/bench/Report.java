@@ -31,9 +31,9 @@ final class Report {
                 Each column of a row is warmed up on its own; then each round times them all, one
                 after the other. A figure is the median of its rounds. The bare calls are those of
                 Windows that do the work, in a loop of C++. The required ones are made by a plain
-                native method and are all that the library must call besides: what brings texts
-                from Java and back, asks which Windows this is, lifts the read-only attribute, looks
-                functions up, asks for sizes. A ratio in parentheses is the median of the rounds' own
+                native method and are all that the library must call besides: what brings texts and
+                objects from Java and back, asks which Windows this is, lifts the read-only
+                attribute, looks functions up, asks for sizes. A ratio in parentheses is the median of the rounds' own
                 ratios, so it is not the quotient of two medians in the table.
                 Aims of this library, pass or MISS:
                   <= 1.06       at most 1.06 times as long as the required calls
@@ -99,6 +99,12 @@ final class Report {
                         verdict(item <= MOST_OWN_NANOS, samples));
             }
         }
+    }
+
+    /** A line about the rows before it. */
+    void tells(String line) {
+        out.println();
+        out.println(line);
     }
 
     /** Something that bounds a row above. */
