@@ -21,7 +21,10 @@ public class ServiceException extends Exception {
 
     private static final long serialVersionUID = 1L;
 
+    /** Which operation failed. */
     private final int code;
+
+    /** How severe that is. */
     private int severity;
 
     /**

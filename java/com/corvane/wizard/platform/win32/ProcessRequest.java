@@ -21,10 +21,16 @@ import java.io.PipedOutputStream;
  */
 public class ProcessRequest {
 
-    /** How the window of the program is first shown. */
+    /** The window of the program is not shown at first. */
     public static final int WINDOW_HIDDEN = 0;
+
+    /** The window is shown as large as the program makes it. */
     public static final int WINDOW_NORMAL = 1;
+
+    /** The window is shown as a button in the task bar. */
     public static final int WINDOW_MINIMIZED = 2;
+
+    /** The window is shown as large as the screen. */
     public static final int WINDOW_MAXIMIZED = 3;
 
     private final String command;

@@ -27,6 +27,9 @@ public class Win32DesktopServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32DesktopServiceImpl() {}
+
     /**
      * Makes a folder, with those above it that are missing. Windows: CreateDirectory.
      *

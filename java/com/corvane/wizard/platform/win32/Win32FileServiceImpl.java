@@ -52,6 +52,9 @@ public class Win32FileServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32FileServiceImpl() {}
+
     /**
      * Reads the attributes of a file or a directory. Windows: GetFileAttributes.
      *

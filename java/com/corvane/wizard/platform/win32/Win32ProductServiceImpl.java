@@ -16,6 +16,9 @@ public class Win32ProductServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32ProductServiceImpl() {}
+
     /**
      * Enters a product. Windows: RegCreateKeyEx, RegSetValueEx.
      *

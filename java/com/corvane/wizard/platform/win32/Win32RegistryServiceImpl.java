@@ -53,6 +53,9 @@ public class Win32RegistryServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32RegistryServiceImpl() {}
+
     /**
      * Tells whether a key is there. A root itself always is, and nothing is opened for it: with a null path
      * the answer is true also for a number that is no root. Windows: RegOpenKeyEx.

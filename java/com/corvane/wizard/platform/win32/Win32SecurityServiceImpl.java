@@ -20,6 +20,9 @@ public class Win32SecurityServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32SecurityServiceImpl() {}
+
     /**
      * Tells whether the current user is a member of the local group Administrators: the user that the
      * thread impersonates, otherwise that of the process. Membership alone counts, also where it is for

@@ -55,6 +55,9 @@ public class Win32ServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32ServiceImpl() {}
+
     /**
      * Tells whether there is a service. Windows: OpenService.
      *

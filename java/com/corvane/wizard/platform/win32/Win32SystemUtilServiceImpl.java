@@ -13,6 +13,9 @@ public class Win32SystemUtilServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32SystemUtilServiceImpl() {}
+
     /**
      * Tells the installed service pack. Windows: GetVersionEx.
      *

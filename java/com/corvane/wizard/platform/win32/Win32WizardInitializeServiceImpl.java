@@ -7,6 +7,9 @@ public class Win32WizardInitializeServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public Win32WizardInitializeServiceImpl() {}
+
     /**
      * Keeps the process on one processor: the active one with the lowest number, of the first 32. Does
      * nothing on Windows 95, 98 and ME, and where Windows refuses. Throws nothing. Windows:

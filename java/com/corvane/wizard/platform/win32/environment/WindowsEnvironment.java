@@ -17,6 +17,9 @@ public class WindowsEnvironment {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public WindowsEnvironment() {}
+
     /**
      * Reads a variable of this process. Windows: GetEnvironmentVariable.
      *
@@ -39,6 +42,7 @@ public class WindowsEnvironment {
     /**
      * Reads a stored variable on the NT family. Windows: RegQueryValueEx.
      *
+     * @param name the variable
      * @param system true for the machine's variables, false for the user's
      * @return its value; null when there is no such variable, or on another Windows
      * @throws ServiceException -70010; with 1804 when it is no text
@@ -49,6 +53,7 @@ public class WindowsEnvironment {
      * Stores a variable on the NT family, as REG_EXPAND_SZ; does nothing on another Windows. Windows:
      * RegSetValueEx, RegDeleteValue, SendMessageTimeoutA.
      *
+     * @param name the variable
      * @param value null removes the variable, if it is there
      * @param system true for the machine's variables, false for the user's
      * @throws ServiceException -70000
@@ -59,6 +64,7 @@ public class WindowsEnvironment {
     /**
      * Reads a stored variable on Windows ME. Windows: RegQueryValueEx.
      *
+     * @param name the variable
      * @return its value; null when there is no such variable, or on another Windows
      * @throws ServiceException -70010; with 1804 when it is no text
      */
@@ -68,6 +74,7 @@ public class WindowsEnvironment {
      * Stores a variable on Windows ME, as REG_SZ; does nothing on another Windows. Windows: RegSetValueEx,
      * RegDeleteValue, SendMessageTimeoutA.
      *
+     * @param name the variable
      * @param value null removes the variable, if it is there
      * @throws ServiceException -70000
      */

@@ -36,6 +36,9 @@ public class WindowsAccountPrivilegeServiceImpl {
         Win32Library.load();
     }
 
+    /** Makes one; none of them keeps anything. */
+    public WindowsAccountPrivilegeServiceImpl() {}
+
     /**
      * Grants rights; those that the account holds already are no failure. Windows: LsaAddAccountRights.
      *

@@ -45,6 +45,9 @@ public class NTServiceStatus {
     private int checkPoint;
     private int waitHint;
 
+    /** Makes an object of zeros; the native library sets what it is. */
+    public NTServiceStatus() {}
+
     /**
      * Tells the type.
      *

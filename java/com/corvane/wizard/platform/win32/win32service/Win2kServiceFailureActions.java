@@ -20,6 +20,9 @@ public class Win2kServiceFailureActions {
     private String command;
     private final List<Win2kSCAction> actions = new ArrayList<>();
 
+    /** Makes an object in which Windows does nothing. */
+    public Win2kServiceFailureActions() {}
+
     /**
      * Tells when the first action is the next again.
      *

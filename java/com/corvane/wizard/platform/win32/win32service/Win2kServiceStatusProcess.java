@@ -13,6 +13,9 @@ public class Win2kServiceStatusProcess extends NTServiceStatus {
     private int processId;
     private int serviceFlags;
 
+    /** Makes an object of zeros; the native library sets what it is. */
+    public Win2kServiceStatusProcess() {}
+
     /**
      * Tells the process that it runs in.
      *
