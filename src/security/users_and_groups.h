@@ -26,7 +26,7 @@ class NoController : public Win32Failure {
   using Win32Failure::Win32Failure;
 };
 
-/// A new user could not join one of the groups, and is gone again.
+/// A new user could not join one of the groups, and was deleted again if that could be.
 class NotJoined : public Win32Failure {
  public:
   using Win32Failure::Win32Failure;

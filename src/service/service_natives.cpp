@@ -16,9 +16,8 @@ using namespace corvane;
 
 namespace {
 
-// What Java is told when a native fails. Installers know these numbers: the five that change a
-// service have six digits, what came later and only asks or describes has seven, and no other
-// family of natives has as many.
+// What Java is told when a native fails. The first five have six digits and all others seven, and
+// so it stays: installers know these numbers.
 constexpr jint kCreateFailed = -120000;
 constexpr jint kDeleteFailed = -120001;
 constexpr jint kStartFailed = -120002;

@@ -36,8 +36,8 @@ public class Win32SecurityServiceImpl {
 
     /**
      * Makes an ordinary user and has it join groups; one that it is a member of already is no failure. When it
-     * cannot join one of them, it is deleted again. Windows: NetUserAdd, NetLocalGroupAddMembers,
-     * NetGroupAddUser.
+     * cannot join one of them, the library tries to delete it again, which may fail as well. Windows: NetUserAdd,
+     * NetLocalGroupAddMembers, NetGroupAddUser, NetUserDel.
      *
      * @param domain where
      * @param name the name of the user

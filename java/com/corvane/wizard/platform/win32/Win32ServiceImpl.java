@@ -127,7 +127,8 @@ public class Win32ServiceImpl {
      * Tells what a service is. Windows: QueryServiceConfig.
      *
      * @param serviceName its key name; null and empty are refused with 160
-     * @return the whole of it but the password, which is null
+     * @return the whole of it but the password, which is null, and the tag within its load order group, for which
+     *     there is no property
      * @throws ServiceException -1200005
      */
     public native NTServiceConfig queryNTServiceConfig(String serviceName) throws ServiceException;
@@ -165,7 +166,8 @@ public class Win32ServiceImpl {
      * @param serviceType the types together, such as {@link #SERVICE_WIN32}
      * @param serviceState {@link #SERVICE_ACTIVE}, {@link #SERVICE_INACTIVE} or {@link #SERVICE_STATE_ALL}
      * @return the key names in Windows' order; null when there is none of that type and state
-     * @throws ServiceException -1200009; with 234 (ERROR_MORE_DATA) when one was made in the same moment
+     * @throws ServiceException -1200009; with 234 (ERROR_MORE_DATA) when one was made in the same moment, and when
+     *     there are more than Windows tells in one answer
      */
     public native String[] enumNTServiceKeys(int serviceType, int serviceState) throws ServiceException;
 

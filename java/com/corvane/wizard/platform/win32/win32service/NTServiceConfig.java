@@ -110,7 +110,8 @@ public class NTServiceConfig {
     /**
      * Sets the name that is shown.
      *
-     * @param displayName the name; null for none, and then Windows shows the key name
+     * @param displayName the name; for a new service null is none, and then Windows shows the key name; in a
+     *     change null leaves the one that there is
      */
     public void setDisplayName(String displayName) {
         this.displayName = displayName;
@@ -200,7 +201,8 @@ public class NTServiceConfig {
     /**
      * Sets the program, with its arguments.
      *
-     * @param command the command, as Windows is to run it; see {@link #quotedCommand}
+     * @param command the command, as Windows is to run it; see {@link #quotedCommand}; in a change null leaves the
+     *     one that there is
      */
     public void setCommand(String command) {
         this.command = command;
@@ -218,7 +220,8 @@ public class NTServiceConfig {
     /**
      * Sets the group with which it is started.
      *
-     * @param loadOrderGroup the group; null or empty for none
+     * @param loadOrderGroup the group; empty for none; null for none too, but in a change it leaves the one that
+     *     there is
      */
     public void setLoadOrderGroup(String loadOrderGroup) {
         this.loadOrderGroup = loadOrderGroup;
@@ -236,7 +239,9 @@ public class NTServiceConfig {
     /**
      * Sets the services that are started before it.
      *
-     * @param dependencies their key names, with a plus sign before that of a group
+     * @param dependencies their key names, with a plus sign before that of a group; null and a list without
+     *     elements are none, but in a change they leave those that there are, and a list of one empty text takes
+     *     them away
      */
     public void setDependencies(String[] dependencies) {
         this.dependencies = dependencies == null ? null : dependencies.clone();
@@ -254,7 +259,9 @@ public class NTServiceConfig {
     /**
      * Sets the account that it runs as.
      *
-     * @param userName the account, with its domain or ".\" before it; null or empty for LocalSystem
+     * @param userName the account, with its domain or ".\" before it; for a new service null or empty is
+     *     LocalSystem; in a change null leaves the one that there is, "LocalSystem" is that by its name, and an
+     *     empty one is handed to Windows as it is
      */
     public void setUserName(String userName) {
         this.userName = userName;
@@ -272,7 +279,8 @@ public class NTServiceConfig {
     /**
      * Sets the password of that account.
      *
-     * @param password the password; Windows never tells it
+     * @param password the password; null is none, but in a change it leaves the one that there is, and an empty
+     *     one is handed to Windows as it is
      */
     public void setPassword(String password) {
         this.password = password;
