@@ -32,21 +32,26 @@ Rights rightsFromJava(JNIEnv* env, jobjectArray rights) {
   return std::move(*texts);
 }
 
+/// The frame of what changes rights. A status that the system counts as no error ends the work as a
+/// failure does, but there is nothing to be raised.
+template <class Work>
+void changeFrame(JNIEnv* env, jint code, const Work& work) {
+  nativeFrame(env, code, [&] { onNTFamily(env, [&] { reasonedOnly(work); }); });
+}
+
 /// The frame of what takes rights away. That there were none is told with a severity: what was
 /// wanted is so all the same, and who calls can tell it from the failures after which it is not.
 template <class Work>
 void removalFrame(JNIEnv* env, jint code, const Work& work) {
-  nativeFrame(env, code, [&] {
-    onNTFamily(env, [&] {
-      try {
-        work();
-      } catch (const Win32Failure& failure) {
-        if (failure.code() != ERROR_FILE_NOT_FOUND) {
-          throw;
-        }
-        throwServiceExceptionWithSeverity(env, code, failure.code());
+  changeFrame(env, code, [&] {
+    try {
+      work();
+    } catch (const Win32Failure& failure) {
+      if (failure.code() != ERROR_FILE_NOT_FOUND) {
+        throw;
       }
-    });
+      throwServiceExceptionWithSeverity(env, code, failure.code());
+    }
   });
 }
 
@@ -73,11 +78,9 @@ extern "C" {
 
 NATIVE(void, security_WindowsAccountPrivilegeServiceImpl, nativeAddAccountRights)
 (JNIEnv* env, jobject, jstring account, jstring system, jobjectArray rights) {
-  nativeFrame(env, kAddFailed, [&] {
-    onNTFamily(env, [&] {
-      const RightsHolder holder = holderFromJava(env, account, system);
-      addAccountRights(holder, rightsFromJava(env, rights));
-    });
+  changeFrame(env, kAddFailed, [&] {
+    const RightsHolder holder = holderFromJava(env, account, system);
+    addAccountRights(holder, rightsFromJava(env, rights));
   });
 }
 

@@ -31,7 +31,8 @@ class SecurityPolicy {
 
   LSA_HANDLE get() const noexcept { return handle_; }
 
-  /// Throws the Win32 error of a request that failed. Win32: LsaNtStatusToWinError.
+  /// Throws the Win32 error of a request that failed; 0 when the system counts the status as none.
+  /// Win32: LsaNtStatusToWinError.
   void throwUnlessGood(NTSTATUS status) const;
 
   /// For changes, which are told to be made when the authority has taken leave too.
