@@ -104,6 +104,8 @@ class ServiceTest {
     /** Wine keeps the dependencies, but tells of none. Deleted while somebody has it open, it is there until then. */
     @Test
     void isConfiguredAndDescribed() throws Exception {
+        assertEquals("\"a b\" \"a b\" c", NTServiceConfig.quotedCommand("a b", null) + ' '
+                + NTServiceConfig.quotedCommand("a b", "c"));
         NTServiceConfig config = config();
         config.setDependencies(new String[] {"RpcSs", "Spooler"});
         config.setLoadOrderGroup("Group");
