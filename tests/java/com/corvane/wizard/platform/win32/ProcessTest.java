@@ -138,8 +138,6 @@ class ProcessTest {
                 run(program.toString(), "both=10000000", 0, refusing(closed), refusing(closed)));
         assertEquals("java.io.IOException: Pipe closed", outcome.toString());
         assertEquals(List.of("closed", "closed"), closed);
-        while (!program.toFile().delete()) { // as long as it runs
-            Thread.sleep(50);
-        }
+        AfterwardsTest.await(() -> program.toFile().delete()); // not as long as it runs
     }
 }

@@ -1,7 +1,6 @@
 package com.corvane.wizard.platform.win32;
 
 import static org.junit.jupiter.api.Assertions.assertEquals;
-import static org.junit.jupiter.api.Assertions.assertTimeoutPreemptively;
 
 import com.corvane.testing.Folder;
 import com.corvane.testing.TestBed;
@@ -9,9 +8,9 @@ import com.corvane.testing.Windows;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.time.Duration;
 import java.util.List;
 import org.junit.jupiter.api.Tag;
+import org.junit.jupiter.api.Timeout;
 import org.junit.jupiter.api.extension.ExtendWith;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.EnumSource;
@@ -58,6 +57,7 @@ class ShortcutTest {
 
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
+    @Timeout(60)
     void theyStartTheirPrograms(Windows system) throws Exception {
         Path program = Path.of(folder.folder(TEXT), TEXT + ".exe");
         Files.copy(Path.of(System.getProperty("corvane.test.recorder")), program);
@@ -68,11 +68,7 @@ class ShortcutTest {
         new ProcessBuilder("cmd.exe", "/c", "start", "", folder.path(TEXT + "\\" + TEXT + ".lnk")).start();
         Path record = Path.of(program + ".started");
         // The program can be deleted when it has come to its end.
-        assertTimeoutPreemptively(Duration.ofMinutes(1), () -> {
-            while (!Files.exists(record) || !program.toFile().delete()) {
-                Thread.sleep(20);
-            }
-        });
+        AfterwardsTest.await(() -> Files.exists(record) && program.toFile().delete());
         assertEquals(program + "\n\"" + program + "\" " + arguments + "\n" + directory,
                 Files.readString(record, StandardCharsets.UTF_16LE));
     }

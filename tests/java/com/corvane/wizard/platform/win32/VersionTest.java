@@ -10,7 +10,6 @@ import java.nio.ByteOrder;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.util.Arrays;
 import java.util.List;
 import java.util.Random;
 import java.util.stream.Stream;
@@ -71,18 +70,11 @@ class VersionTest {
         Random random = new Random(20);
         system.use();
         for (int round = 1; round < 1500; ++round) {
-            byte[] data = new byte[120];
+            byte[] data = new byte[Math.min(round, 120)];
             random.nextBytes(data);
-            if (round < 1000) {
-                byte[] head = ("x\0004\000\0\0" + NAME).getBytes(StandardCharsets.ISO_8859_1);
-                System.arraycopy(head, 0, data, 0, head.length);
-                data[4] = (byte) (round % 2);
-            }
-            if (round < data.length) {
-                data = Arrays.copyOf(data, round);
-            } else {
-                data[random.nextInt(round < 500 ? 4 : data.length)] = (byte) random.nextInt();
-            }
+            byte[] head = ("x\0004\000" + (char) (round % 2) + "\0" + NAME).getBytes(StandardCharsets.ISO_8859_1);
+            System.arraycopy(head, 0, data, 0, round < 1000 ? Math.min(head.length, data.length) : 0);
+            data[random.nextInt(round < 500 ? Math.min(round, 4) : data.length)] = (byte) random.nextInt();
             Hooks.answer(system.function("GetFileVersionInfoSize"), data.length, 0, false, new int[0], new byte[0][]);
             Hooks.answer(system.function("GetFileVersionInfo"), 1, 0, false, new int[] {3}, new byte[][] {data});
             assertTrue(text(data).contains(told(files.getFixedFileInfo("C:\\any"))), "round " + round);

@@ -24,16 +24,29 @@ import java.util.Set;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.function.ThrowingConsumer;
 import org.junit.jupiter.api.io.TempDir;
+import org.junit.jupiter.params.ParameterizedTest;
+import org.junit.jupiter.params.provider.CsvSource;
 
 /** How the library is found and loaded, in JVMs of its own. */
 class Win32LibraryTest {
 
     private static final String LOADED = "loaded, answers true";
     private static final String PROPERTY = "-Dcorvane.win32.library=";
-    private static final String BUILT = PROPERTY + System.getProperty("corvane.win32.library");
+    static final String BUILT = PROPERTY + System.getProperty("corvane.win32.library");
 
     @TempDir
     Path temporary;
+
+    /** A JVM whose temporary folder, and where the user and all users have theirs, are these. */
+    static ProcessBuilder jvm(Path temporary, Path users, Path everybodys, String... arguments) {
+        ProcessBuilder process = new ProcessBuilder(System.getProperty("java.home") + "\\bin\\java.exe",
+                "-XX:+UseSerialGC", "-XX:-UsePerfData", "-Djava.io.tmpdir=" + temporary, "-cp",
+                System.getProperty("corvane.test.jar") + ";" + System.getProperty("java.class.path"));
+        process.command().addAll(List.of(arguments));
+        process.environment().put("LOCALAPPDATA", users.toString());
+        process.environment().put("ALLUSERSPROFILE", everybodys.toString());
+        return process.redirectErrorStream(true);
+    }
 
     private Path place(String name) throws IOException {
         return Files.createDirectories(temporary.resolve(name));
@@ -41,16 +54,11 @@ class Win32LibraryTest {
 
     /** What the probe says; no folder but those of this test is there for the library. */
     private List<String> load(List<String> options, List<String> folders) throws Exception {
-        ProcessBuilder process = new ProcessBuilder(System.getProperty("java.home") + "\\bin\\java.exe",
-                "-XX:+UseSerialGC", "-XX:-UsePerfData", "-Djava.io.tmpdir=" + place("tmp"), "-cp",
-                System.getProperty("corvane.test.jar") + ";" + System.getProperty("java.class.path"));
-        process.environment().put("LOCALAPPDATA", temporary.resolve("local").toString());
-        process.environment().put("ALLUSERSPROFILE", temporary.resolve("all").toString());
+        ProcessBuilder process = jvm(place("tmp"), temporary.resolve("local"), temporary.resolve("all"));
         process.command().addAll(options);
         process.command().add(LoadProbe.class.getName());
         folders.forEach(folder -> process.command().add("=" + URLEncoder.encode(folder, StandardCharsets.UTF_8)));
-        Process child = process.directory(temporary.toFile()).redirectErrorStream(true).start();
-        return child.inputReader().lines().toList();
+        return process.directory(temporary.toFile()).start().inputReader().lines().toList();
     }
 
     private String load(String... options) throws Exception {
@@ -215,15 +223,12 @@ class Win32LibraryTest {
         assertTrue(Files.isRegularFile(temporary.resolve("tmp/group/n.lnk")), said);
     }
 
-    @Test
-    void anotherSystemIsToldWhatIsMissing() {
+    @ParameterizedTest
+    @CsvSource({"Linux, amd64", "Windows 10, x86", "Windows 11, aarch64"})
+    void anotherSystemIsToldWhatIsMissing(String name, String architecture) {
         Win32Library.requireWindows("Windows Server 2022", "amd64");
-        String[][] systems = {{"Linux", "amd64"}, {"Windows 10", "x86"}, {"Windows 11", "aarch64"}};
-        for (String[] system : systems) {
-            String message = assertThrows(UnsatisfiedLinkError.class,
-                    () -> Win32Library.requireWindows(system[0], system[1])).getMessage();
-            assertTrue(message.contains("64-bit Windows") && message.contains(system[0])
-                    && message.contains(system[1]), message);
-        }
+        String message = assertThrows(UnsatisfiedLinkError.class,
+                () -> Win32Library.requireWindows(name, architecture)).getMessage();
+        assertTrue(message.matches(".*64-bit Windows.*" + name + ".*" + architecture + ".*"), message);
     }
 }
