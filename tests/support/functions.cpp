@@ -1,10 +1,9 @@
 #include "functions.h"
 
-#include <jni.h>
 #include <windows.h>
 
 #include <algorithm>
-#include <iterator>
+#include <charconv>
 
 #include "thunk.h"
 
@@ -28,310 +27,226 @@ constexpr uint32_t kLacks = ERROR_NO_SYSTEM_RESOURCES;
 constexpr uint32_t kComLacks = 0x80070000U | kLacks;
 /// And as the system's own functions say it.
 constexpr uint32_t kStatusLacks = 0xC000009AU;
-/// A failure that gives no reason.
+/// A failure that gives no reason, such as of a kind of drive or folder that is unknown.
 constexpr uint32_t kNoError = 0;
 
 using enum Failure;
 
-/// A method: its row, and its place in the table of its interface.
-constexpr Function at(uint32_t slot, Function row) {
-  row.slot = slot;
-  return row;
-}
+/// Functions of which the same is known, but for how their arguments are shown.
+struct Row {
+  Failure failure;
+  /// "Name signature; ...". A star stands for the A and the W that end the names of a pair. Behind
+  /// an @ is a method's place in the table of its interface, and that of a JNI function in JNI's.
+  std::string_view functions;
+  Effect effect = {};
+  uint32_t error = kLacks;
+  bool (*applies)(const Call&) = nullptr;
+};
 
-constexpr Effect kOpensLink = opensAt(Account::kInterface, 4, "IShellLinkA::");
-constexpr Effect kOpensFile = opensAt(Account::kInterface, 2, "IPersistFile::");
+constexpr std::string_view kBlock = "local block";
+constexpr std::string_view kDesktop = "station or desktop";
+constexpr std::string_view kService = "service handle";
 
-// A star stands for the A and the W that end the names of a pair.
-constexpr Function kWin32Functions[] = {
+constexpr Row kRows[] = {
     // The registry.
-    {"NtDeleteKey", "", kStatus, {}, kStatusLacks},
-    {"NtQueryValueKey", "--n", kStatus, {}, kStatusLacks},
-    {"RtlNtStatusToDosError", "n"},
-    {"RegCloseKey", "k", kCannotFail, closes(Account::kKey, 0)},
-    {"RegCreateKeyEx*", "-tnpnnp-p", kStatus, opensAt(Account::kKey, 7)},
-    {"RegDeleteKey*", "-t", kStatus},
-    {"RegDeleteValue*", "-t", kStatus},
-    {"RegEnumKey*", "-n-n", kStatus},
-    {"RegEnumKeyExW", "-n-i", kStatus},
-    {"RegEnumValue*", "-n-i-ppp", kStatus},
-    {"RegOpenKeyEx*", "ktnn", kStatus, opensAt(Account::kKey, 4)},
-    {"RegQueryInfoKey*", "-ppppppppppp", kStatus},
-    {"RegQueryValueEx*", "-t--pi", kStatus},
-    {"RegSetValueEx*", "-tnndn", kStatus},
+    {kCannotFail, "RegCloseKey k", closes(0, Account::kKey)},
+    {kStatus, "RegCreateKeyEx* -tnpnnp-p", opensAt(7, Account::kKey)},
+    {kStatus, "RegOpenKeyEx* ktnn", opensAt(4, Account::kKey)},
 
-    // Text, versions and messages.
-    {"ExpandEnvironmentStrings*", "t-n", kZero},
-    {"FormatMessage*", "nwnn-n", kZero, opensAt(Account::kLocalBlock, 4), kLacks, 0, allocatesText},
-    {"GetACP"},
-    {"GetVersionEx*", "i", kZero},
-    {"LocalFree", "w", kCannotFail, closes(Account::kLocalBlock, 0)},
-    {"MultiByteToWideChar", "nn-n-n", kZero},
-    {"WideCharToMultiByte", "nn-n-npp", kZero},
+    // Memory and modules.
+    {kZero, "FormatMessage* nwnn-n", opensAt(4, kBlock), kLacks, allocatesText},
+    {kStatus, "GetNamedSecurityInfoW tnnpppp", opensAt(7, kBlock)},
+    {kZero, "LocalAlloc nn", opensResult(kBlock)},
+    {kCannotFail, "LocalFree w", closes(0, kBlock)},
+    {kZero, "AllocateAndInitializeSid 6ynnnnnnnn", opensAt(10, "SID")},
+    {kCannotFail, "FreeSid w", closes(0, "SID")},
+    {kZero, "LoadLibraryEx* tpn; LoadLibraryW t", opensResult(Account::kModule)},
+    {kCannotFail, "FreeLibrary w", closes(0, Account::kModule)},
 
-    // Modules and what is looked up in them.
-    {"FreeLibrary", "w", kCannotFail, closes(Account::kModule, 0)},
-    {"GetModuleHandle*", "t", kZero},
-    {"GetProcAddress", "-t", kZero},
-    {"LoadLibraryW", "t", kZero, opensResult(Account::kModule)},
-    {"LoadLibraryEx*", "tpn", kZero, opensResult(Account::kModule)},
-
-    // Files.
-    {"CloseHandle", "w", kCannotFail, closes(Account::kHandle, 0)},
-    {"CopyFile*", "ttn", kZero},
-    {"CreateFile*", "tnnpnnw", kMinusOne, opensResult(Account::kHandle)},
-    {"CreateFileMappingA", "wpnnnp", kZero, opensResult(Account::kHandle)},
-    {"DuplicateHandle", "", kZero, opensAt(Account::kHandle, 3)},
-    {"DeleteFile*", "t", kZero},
-    {"FindClose", "w", kCannotFail, closes(Account::kSearch, 0)},
-    {"FindFirstFile*", "t", kMinusOne, opensResult(Account::kSearch)},
-    {"FindNextFile*", "", kZero},
-    {"GetFileAttributes*", "t", kMinusOne},
-    {"GetFileSize", "", kMinusOne},
-    {"GetFileVersionInfo*", "tnnp", kZero},
-    {"GetFileVersionInfoSize*", "tp", kZero},
-    {"GetShortPathName*", "tpn", kZero},
-    {"GetWindowsDirectory*", "-n", kZero},
-    {"MapViewOfFile", "-nnnw", kZero, opensResult(Account::kView)},
-    {"MoveFileA", "tt", kZero},
-    {"MoveFileExW", "ttn", kZero},
-    {"RemoveDirectory*", "t", kZero},
-    {"SetEndOfFile", "", kZero},
-    {"SetFileAttributes*", "tn", kZero},
-    {"SetFilePointer", "-npn", kMinusOne},
-    {"SetFileTime", "-qqq", kZero},
-    {"UnmapViewOfFile", "", kCannotFail, closes(Account::kView, 0)},
-    {"VerQueryValue*", "-t", kZero},
-
-    // Drives and directories. A kind of drive or folder that is unknown is no error.
-    {"CreateDirectory*", "tp", kZero},
-    {"GetDiskFreeSpace*", "t", kZero},
-    {"GetDiskFreeSpaceEx*", "t", kZero},
-    {"GetDriveType*", "t", kZero, {}, kNoError},
-    {"GetLogicalDriveStrings*", "n", kZero},
-    {"GetSystemDirectory*", "-n", kZero},
-    {"GetTempFileNameA", "ttn", kZero},
-    {"GetTempPath*", "n", kZero},
-    {"GetVolumeInformation*", "tp-p---n", kZero},
-
-    // The shell. The allocator that owns the item lists is always there.
-    {"SHChangeNotify", "nntw"},
-    {"SHGetMalloc", "", kCannotFail, opensAt(Account::kInterface, 0, "IMalloc::")},
-    {"SHGetPathFromIDListA", "", kZero, {}, kNoError},
-    {"SHGetSpecialFolderLocation", "wn", kStatus, opensAt(Account::kItemList, 2), kComLacks},
-    {"SHGetSpecialFolderPathA", "--nn", kZero, {}, kNoError},
-    {"CoCreateInstance", "-pn", kStatus, kOpensLink, kComLacks},
-    at(5, {"IMalloc::Free", "", kCannotFail, closes(Account::kItemList, 1)}),
-    at(2, {"IMalloc::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
-    at(2, {"IPersistFile::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
-    at(6, {"IPersistFile::Save", "-un", kStatus, {}, kComLacks}),
-    at(0, {"IShellLinkA::QueryInterface", "", kStatus, kOpensFile, kComLacks}),
-    at(2, {"IShellLinkA::Release", "", kCannotFail, closes(Account::kInterface, 0)}),
-    at(11, {"IShellLinkA::SetArguments", "-t", kStatus, {}, kComLacks}),
-    at(17, {"IShellLinkA::SetIconLocation", "-tn", kStatus, {}, kComLacks}),
-    at(20, {"IShellLinkA::SetPath", "-t", kStatus, {}, kComLacks}),
-    at(9, {"IShellLinkA::SetWorkingDirectory", "-t", kStatus, {}, kComLacks}),
-
-    // Accounts, tokens and owners.
-    {"AdjustTokenPrivileges", "wndnpp", kZero},
-    {"AllocateAndInitializeSid", "6ynnnnnnnn", kZero, opensAt(Account::kSid, 10)},
-    {"EqualSid", "ww", kZero, {}, kNoError},
-    {"FreeSid", "w", kCannotFail, closes(Account::kSid, 0)},
-    {"GetNamedSecurityInfoW", "tnnpppp", kStatus, opensAt(Account::kLocalBlock, 7)},
-    {"GetTokenInformation", "wnpn", kZero},
-    {"InitializeSecurityDescriptor", "", kZero},
-    {"IsValidSecurityDescriptor", "", kZero},
-    {"LookupAccountNameW", "ttpi-i", kZero},
-    {"LookupAccountSidW", "tw-i-i", kZero},
-    {"LookupPrivilegeValueA", "tt", kZero},
-    {"OpenProcessToken", "wn", kZero, opensAt(Account::kHandle, 2)},
-    {"OpenThreadToken", "wnn", kZero, opensAt(Account::kHandle, 3)},
-    {"SetFileSecurityW", "tno", kZero},
-    {"SetNamedSecurityInfoW", "tnnpppp", kStatus},
-    {"SetSecurityDescriptorGroup", "-wn", kZero},
-    {"SetSecurityDescriptorOwner", "-wn", kZero},
-
-    // Programs that are run. The ends of a pipe stand side by side in the library.
-    {"AddAccessAllowedAce", "-nn9", kZero},
-    {"AddAce", "-nndn", kZero},
-    {"CloseDesktop", "w", kCannotFail, closes(Account::kDesktop, 0)},
-    {"CloseWindowStation", "w", kCannotFail, closes(Account::kDesktop, 0)},
-    {"CopySid", "n-", kZero},
-    {"CreatePipe", "--in", kZero, opensAt(Account::kHandle, 0, 2)},
-    {"CreateProcessA", "ttppnnppl", kZero, opensAt(Account::kHandle, 9, 2)},
-    {"CreateProcessAsUserA", "wttppnnppl", kZero, opensAt(Account::kHandle, 10, 2)},
-    {"CreateProcessWithLogonW", "tttnttnppl", kZero, opensAt(Account::kHandle, 10, 2)},
-    {"GetAce", "-n", kZero},
-    {"GetAclInformation", "--nn", kZero},
-    {"GetExitCodeProcess", "w", kZero},
-    {"GetLengthSid"},
-    {"GetProcessWindowStation", "", kZero},
-    {"GetSecurityDescriptorDacl", "", kZero},
-    {"GetStdHandle", "n", kCannotFail, opensResult(Account::kHandle), 0, 0, isOfOutput},
-    {"GetUserObjectSecurity", "wipn", kZero},
-    {"ImpersonateLoggedOnUser", "w", kZero},
-    {"InitializeAcl", "-nn", kZero},
-    {"LogonUserA", "tttnn", kZero, opensAt(Account::kHandle, 5)},
-    {"OpenDesktopA", "tnnn", kZero, opensResult(Account::kDesktop)},
-    {"OpenWindowStationA", "tnn", kZero, opensResult(Account::kDesktop)},
-    {"PeekNamedPipe", "wpnp-p", kZero},
-    {"ReadFile", "w-n-p", kZero},
-    {"RevertToSelf"},
-    {"SetProcessWindowStation", "w", kZero},
-    {"SetSecurityDescriptorDacl", "-npn", kZero},
-    {"SetUserObjectSecurity", "wi", kZero},
-    {"Sleep", "n"},
-    {"WaitForInputIdle", "wn", kMinusOne},
-    {"WaitForSingleObject", "wn", kMinusOne},
-    {"WriteFile", "w-n-p", kZero},
-
-    // Windows, and what is said to them.
-    {"GetCurrentProcessId"},
-    {"GetDesktopWindow"},
-    {"GetWindow", "wn"},
-    {"GetWindowThreadProcessId", "wp"},
-    {"ImmGetDefaultIMEWnd", "w"},
-    {"IsWindowVisible", "w"},
-    {"SendMessageA", "wnwm"},
-    {"SendMessageTimeoutA", "wnntnnp", kZero},
-    {"ShowWindow", "wn"},
+    // Handles. The ends of a pipe stand side by side in the library.
+    {kMinusOne, "CreateFile* tnnpnnw", opensResult(Account::kHandle)},
+    {kZero, "CreateFileMappingA wpnnnp", opensResult(Account::kHandle)},
+    {kCannotFail, "GetStdHandle n", opensResult(Account::kHandle), kLacks, isOfOutput},
+    {kZero, "CreatePipe --in", opensAt(0, Account::kHandle, 2)},
+    {kZero, "OpenProcessToken wn", opensAt(2, Account::kHandle)},
+    {kZero, "DuplicateHandle; OpenThreadToken wnn", opensAt(3, Account::kHandle)},
+    {kZero, "LogonUserA tttnn", opensAt(5, Account::kHandle)},
+    {kZero, "CreateProcessA ttppnnppl", opensAt(9, Account::kHandle, 2)},
+    {kZero,
+     "CreateProcessAsUserA wttppnnppl; CreateProcessWithLogonW tttnttnppl",
+     opensAt(10, Account::kHandle, 2)},
+    {kCannotFail, "CloseHandle w", closes(0, Account::kHandle)},
+    {kMinusOne, "FindFirstFile* t", opensResult("search")},
+    {kCannotFail, "FindClose w", closes(0, "search")},
+    {kZero, "MapViewOfFile -nnnw", opensResult("view")},
+    {kCannotFail, "UnmapViewOfFile", closes(0, "view")},
+    {kZero, "OpenDesktopA tnnn; OpenWindowStationA tnn", opensResult(kDesktop)},
+    {kCannotFail, "CloseDesktop w; CloseWindowStation w", closes(0, kDesktop)},
 
     // Services.
-    {"ChangeServiceConfig2W", "-nc", kZero},
-    {"ChangeServiceConfigW", "-nnnttptttt", kZero},
-    {"CloseServiceHandle", "w", kCannotFail, closes(Account::kServiceHandle, 0)},
-    {"ControlService", "-n", kZero},
-    {"CreateServiceW", "-ttnnnnttpttt", kZero, opensResult(Account::kServiceHandle)},
-    {"DeleteService", "", kZero},
-    {"EnumServicesStatusW", "-nnpn--i", kZero},
-    {"GetServiceDisplayNameW", "-tpi", kZero},
-    {"GetServiceKeyNameW", "-tpi", kZero},
-    {"LockServiceDatabase", "w", kZero, opensResult(Account::kDatabaseLock)},
-    {"OpenSCManagerW", "ppn", kZero, opensResult(Account::kServiceHandle)},
-    {"OpenServiceW", "-tn", kZero, opensResult(Account::kServiceHandle)},
-    {"QueryServiceConfig2W", "-npn", kZero},
-    {"QueryServiceConfigW", "-pn", kZero},
-    {"QueryServiceStatus", "w", kZero},
-    {"QueryServiceStatusEx", "-npn", kZero},
-    {"StartServiceW", "-nq", kZero},
-    {"UnlockServiceDatabase", "w", kCannotFail, closes(Account::kDatabaseLock, 0)},
+    {kZero,
+     "CreateServiceW -ttnnnnttpttt; OpenSCManagerW ppn; OpenServiceW -tn",
+     opensResult(kService)},
+    {kCannotFail, "CloseServiceHandle w", closes(0, kService)},
+    {kZero, "LockServiceDatabase w", opensResult("database lock")},
+    {kCannotFail, "UnlockServiceDatabase w", closes(0, "database lock")},
 
-    // Account rights, users and groups.
-    {"GetComputerNameA", "", kZero},
-    {"LocalAlloc", "nn", kZero, opensResult(Account::kLocalBlock)},
-    {"LookupAccountNameA", "ttpi-i", kZero},
-    {"LsaAddAccountRights", "ws[hhu]n", kStatus, {}, kStatusLacks},
-    {"LsaClose", "w", kStatus, closes(Account::kHandle, 0), kStatusLacks},
-    {"LsaEnumerateAccountRights", "ws", kStatus, opensAt(Account::kLsaMemory, 2), kStatusLacks},
-    {"LsaFreeMemory", "w", kCannotFail, closes(Account::kLsaMemory, 0)},
-    {"LsaNtStatusToWinError", "n"},
-    {"LsaOpenPolicy", "{hhu}{nwwnww}n", kStatus, opensAt(Account::kHandle, 3), kStatusLacks},
-    {"LsaRemoveAccountRights", "wsy[hhu]n", kStatus, {}, kStatusLacks},
-    {"NetApiBufferFree", "w", kCannotFail, closes(Account::kNetBuffer, 0)},
-    {"NetGetDCName", "uu", kStatus, opensAt(Account::kNetBuffer, 2)},
-    {"NetGroupAdd", "un{uu}p", kStatus},
-    {"NetGroupAddUser", "uuu", kStatus},
-    {"NetGroupDel", "uu", kStatus},
-    {"NetLocalGroupAdd", "un{uu}p", kStatus},
-    {"NetLocalGroupAddMembers", "uun[u]n", kStatus},
-    {"NetLocalGroupDel", "uu", kStatus},
-    {"NetUserAdd", "un{uunnuununuuuunnnnnwnnunn}p", kStatus},
-    {"NetUserDel", "uu", kStatus},
+    // The security authority and network management.
+    {kStatus, "LsaOpenPolicy {hhu}{nwwnww}n", opensAt(3, Account::kHandle), kStatusLacks},
+    {kStatus, "LsaClose w", closes(0, Account::kHandle), kStatusLacks},
+    {kStatus, "LsaEnumerateAccountRights ws", opensAt(2, Account::kLsaMemory), kStatusLacks},
+    {kCannotFail, "LsaFreeMemory w", closes(0, Account::kLsaMemory)},
+    {kStatus, "NetGetDCName uu", opensAt(2, "network buffer")},
+    {kCannotFail, "NetApiBufferFree w", closes(0, "network buffer")},
 
-    // The process.
-    {"GetEnvironmentVariable*", "t-n", kZero},
-    {"SetEnvironmentVariable*", "tt", kZero},
-    {"GetCurrentProcess"},
-    {"GetCurrentThread"},
-    {"GetSystemInfo"},
-    {"SetErrorMode", "n"},
-    {"SetProcessAffinityMask", "ww", kZero},
-    {"CoInitialize", "", kStatus, {}, kComLacks},
-    {"CoUninitialize"},
-    {"GetLastError"},
-    {"SetLastError"},
+    // The shell and its objects. The allocator that owns the item lists is always there.
+    {kCannotFail, "SHGetMalloc", opensInterface(0, "IMalloc::")},
+    {kStatus, "CoCreateInstance -pn", opensInterface(4, "IShellLinkA::"), kComLacks},
+    {kStatus, "IShellLinkA::QueryInterface@0", opensInterface(2, "IPersistFile::"), kComLacks},
+    {kCannotFail,
+     "IMalloc::Release@2; IPersistFile::Release@2; IShellLinkA::Release@2",
+     closes(0, "interface")},
+    {kStatus, "SHGetSpecialFolderLocation wn", opensAt(2, "item list"), kComLacks},
+    {kCannotFail, "IMalloc::Free@5", closes(1, "item list")},
+    {kStatus,
+     "CoInitialize; IPersistFile::Save@6 -un; IShellLinkA::SetArguments@11 -t; "
+     "IShellLinkA::SetIconLocation@17 -tn; IShellLinkA::SetPath@20 -t; "
+     "IShellLinkA::SetWorkingDirectory@9 -t",
+     {},
+     kComLacks},
 
     // The C runtime's heap. realloc closes and opens; the heap guard books it.
-    {"calloc", "", kZero, opensResult(Account::kHeapBlock)},
-    {"free", "", kCannotFail, closes(Account::kHeapBlock, 0)},
-    {"malloc", "", kZero, opensResult(Account::kHeapBlock)},
-    {"realloc", "", kZero, opensResult(Account::kHeapBlock)},
+    {kZero, "calloc; malloc; realloc", opensResult(Account::kHeapBlock)},
+    {kCannotFail, "free", closes(0, Account::kHeapBlock)},
+
+    // JNI. In C++ the variadic calls go through the entries that end in V. Characters are released
+    // once for each time that they were asked for, also when the JVM gave none.
+    {kThrows,
+     "CallObjectMethodV@35; FindClass@6 -t; GetObjectArrayElement@173; GetObjectClass@31; "
+     "NewByteArray@176; NewObjectArray@172 -n-p; NewObjectV@29; NewString@163 --n",
+     opensResult(Account::kLocalReference)},
+    {kCleansUp, "ExceptionOccurred@15", opensResult(Account::kLocalReference)},
+    {kCleansUp, "DeleteLocalRef@23", closes(1, Account::kLocalReference)},
+    {kThrows, "NewGlobalRef@21", opensResult("global reference")},
+    {kCleansUp, "DeleteGlobalRef@22", closes(1, "global reference")},
+    {kThrows, "GetStringChars@165", asksFor(1, "pinned string")},
+    {kCleansUp, "ReleaseStringChars@166", closes(1, "pinned string")},
+    {kThrows,
+     "CallBooleanMethodV@38; CallIntMethodV@50; CallVoidMethodV@62; GetByteArrayRegion@200; "
+     "GetMethodID@33 --t; GetStaticFieldID@144 --t; GetStringRegion@220; SetByteArrayRegion@208; "
+     "SetObjectArrayElement@174"},
+    {kNeverThrows,
+     "GetArrayLength@171; GetStaticIntField@150; GetStringLength@164; IsInstanceOf@32; Throw@13"},
+    {kCleansUp, "ExceptionCheck@228; ExceptionClear@17"},
+
+    // All others.
+    {kCannotFail,
+     "CoUninitialize; GetACP; GetCurrentProcess; GetCurrentProcessId; GetCurrentThread; "
+     "GetDesktopWindow; GetLastError; GetLengthSid; GetSystemInfo; GetWindow wn; "
+     "GetWindowThreadProcessId wp; ImmGetDefaultIMEWnd w; IsWindowVisible w; "
+     "LsaNtStatusToWinError n; RevertToSelf; RtlNtStatusToDosError n; SendMessageA wnwm; "
+     "SetErrorMode n; SetLastError; SHChangeNotify nntw; ShowWindow wn; Sleep n"},
+    {kStatus,
+     "LsaAddAccountRights ws[hhu]n; LsaRemoveAccountRights wsy[hhu]n; NtDeleteKey; "
+     "NtQueryValueKey --n",
+     {},
+     kStatusLacks},
+    {kStatus,
+     "NetGroupAdd un{uu}p; NetGroupAddUser uuu; NetGroupDel uu; NetLocalGroupAdd un{uu}p; "
+     "NetLocalGroupAddMembers uun[u]n; NetLocalGroupDel uu; "
+     "NetUserAdd un{uunnuununuuuunnnnnwnnunn}p; NetUserDel uu; RegDeleteKey* -t; "
+     "RegDeleteValue* -t; RegEnumKey* -n-n; RegEnumKeyExW -n-i; RegEnumValue* -n-i-ppp; "
+     "RegQueryInfoKey* -ppppppppppp; RegQueryValueEx* -t--pi; RegSetValueEx* -tnndn; "
+     "SetNamedSecurityInfoW tnnpppp"},
+    {kZero,
+     "AddAccessAllowedAce -nn9; AddAce -nndn; AdjustTokenPrivileges wndnpp; "
+     "ChangeServiceConfig2W -nc; ChangeServiceConfigW -nnnttptttt; ControlService -n; "
+     "CopyFile* ttn; CopySid n-; CreateDirectory* tp; DeleteFile* t; DeleteService; "
+     "EnumServicesStatusW -nnpn--i; ExpandEnvironmentStrings* t-n; FindNextFile*; GetAce -n; "
+     "GetAclInformation --nn; GetComputerNameA; GetDiskFreeSpace* t; GetDiskFreeSpaceEx* t; "
+     "GetEnvironmentVariable* t-n; GetExitCodeProcess w; GetFileVersionInfo* tnnp; "
+     "GetFileVersionInfoSize* tp; GetLogicalDriveStrings* n; GetModuleHandle* t; "
+     "GetProcAddress -t; GetProcessWindowStation; GetSecurityDescriptorDacl; "
+     "GetServiceDisplayNameW -tpi; GetServiceKeyNameW -tpi; GetShortPathName* tpn; "
+     "GetSystemDirectory* -n; GetTempFileNameA ttn; GetTempPath* n; GetTokenInformation wnpn; "
+     "GetUserObjectSecurity wipn; GetVersionEx* i; GetVolumeInformation* tp-p---n; "
+     "GetWindowsDirectory* -n; ImpersonateLoggedOnUser w; InitializeAcl -nn; "
+     "InitializeSecurityDescriptor; IsValidSecurityDescriptor; "
+     "LookupAccountName* ttpi-i; LookupAccountSidW tw-i-i; LookupPrivilegeValueA tt; MoveFileA tt; "
+     "MoveFileExW ttn; MultiByteToWideChar nn-n-n; PeekNamedPipe wpnp-p; "
+     "QueryServiceConfig2W -npn; QueryServiceConfigW -pn; QueryServiceStatus w; "
+     "QueryServiceStatusEx -npn; ReadFile w-n-p; RemoveDirectory* t; SendMessageTimeoutA wnntnnp; "
+     "SetEndOfFile; SetEnvironmentVariable* tt; SetFileAttributes* tn; "
+     "SetFileSecurityW tn{yyhsspp}; SetFileTime -qqq; SetProcessAffinityMask ww; "
+     "SetProcessWindowStation w; SetSecurityDescriptorDacl -npn; SetSecurityDescriptorGroup -wn; "
+     "SetSecurityDescriptorOwner -wn; SetUserObjectSecurity wi; StartServiceW -nq; "
+     "VerQueryValue* -t; WideCharToMultiByte nn-n-npp; WriteFile w-n-p"},
+    {kZero,
+     "EqualSid ww; GetDriveType* t; SHGetPathFromIDListA; SHGetSpecialFolderPathA --nn",
+     {},
+     kNoError},
+    {kMinusOne,
+     "GetFileAttributes* t; GetFileSize; SetFilePointer -npn; WaitForInputIdle wn; "
+     "WaitForSingleObject wn"},
+    // What the C++ runtime that is linked into the library calls for itself: locks, unwinding, the
+    // C library.
+    {kUntouched,
+     "CreateSemaphoreW; DeleteCriticalSection; EnterCriticalSection; GetCurrentThreadId; "
+     "InitializeCriticalSection; IsDBCSLeadByteEx; LeaveCriticalSection; RaiseException; "
+     "ReleaseSemaphore; RtlCaptureContext; RtlLookupFunctionEntry; RtlUnwindEx; "
+     "RtlVirtualUnwind; TlsAlloc; TlsFree; TlsGetValue; TlsSetValue; VirtualProtect; "
+     "VirtualQuery; ___lc_codepage_func; ___mb_cur_max_func; __iob_func; _amsg_exit; _close; "
+     "_errno; _initterm; _lock; _mbsicmp; _read; _unlock; _vsnwprintf; _wcsicmp; _wcsnicmp; "
+     "abort; fputc; fputwc; fwprintf; fwrite; localeconv; memchr; memcmp; memcpy; memmove; "
+     "memset; strcmp; strerror; strlen; strncmp; vfprintf; wcschr; wcslen; wcsncpy; wcsspn; "
+     "wcstol"},
 };
 
-#define JNI(name, ...) \
-  at(offsetof(JNINativeInterface_, name) / sizeof(void*), {#name __VA_OPT__(, ) __VA_ARGS__})
-
-constexpr Effect kNewLocal = opensResult(Account::kLocalReference);
-
-// JNI. In C++ the variadic calls go through the entries that end in V. Characters are released once
-// for each time that they were asked for, also when the JVM gave none.
-constexpr Function kJniFunctions[] = {
-    JNI(FindClass, "-t", kThrows, kNewLocal),
-    JNI(GetObjectClass, "", kThrows, kNewLocal),
-    JNI(IsInstanceOf, "", kNeverThrows),
-    JNI(GetMethodID, "--t", kThrows),
-    JNI(GetStaticFieldID, "--t", kThrows),
-    JNI(GetStaticIntField, "", kNeverThrows),
-    JNI(NewObjectV, "", kThrows, kNewLocal),
-    JNI(CallObjectMethodV, "", kThrows, kNewLocal),
-    JNI(CallBooleanMethodV, "", kThrows),
-    JNI(CallIntMethodV, "", kThrows),
-    JNI(CallVoidMethodV, "", kThrows),
-
-    JNI(NewString, "--n", kThrows, kNewLocal),
-    JNI(GetStringLength, "", kNeverThrows),
-    JNI(GetStringRegion, "", kThrows),
-    JNI(GetStringChars, "", kThrows, asksFor(Account::kPinnedString, 1)),
-    JNI(ReleaseStringChars, "", kCleansUp, closes(Account::kPinnedString, 1)),
-
-    JNI(GetArrayLength, "", kNeverThrows),
-    JNI(NewObjectArray, "-n-p", kThrows, kNewLocal),
-    JNI(GetObjectArrayElement, "", kThrows, kNewLocal),
-    JNI(SetObjectArrayElement, "", kThrows),
-    JNI(NewByteArray, "", kThrows, kNewLocal),
-    JNI(GetByteArrayRegion, "", kThrows),
-    JNI(SetByteArrayRegion, "", kThrows),
-
-    JNI(NewGlobalRef, "", kThrows, opensResult(Account::kGlobalReference)),
-    JNI(DeleteGlobalRef, "", kCleansUp, closes(Account::kGlobalReference, 1)),
-    JNI(DeleteLocalRef, "", kCleansUp, closes(Account::kLocalReference, 1)),
-
-    JNI(Throw, "", kNeverThrows),
-    JNI(ExceptionOccurred, "", kCleansUp, kNewLocal),
-    JNI(ExceptionCheck, "", kCleansUp),
-    JNI(ExceptionClear, "", kCleansUp),
-};
-
-#undef JNI
-
-/// What the C++ runtime that is linked into the library calls for itself: locks, unwinding, the C
-/// library.
-// clang-format off
-constexpr std::string_view kUntouchedFunctions[] = {
-    "CreateSemaphoreW", "DeleteCriticalSection", "EnterCriticalSection",
-    "GetCurrentThreadId", "InitializeCriticalSection", "IsDBCSLeadByteEx", "LeaveCriticalSection",
-    "RaiseException", "ReleaseSemaphore", "RtlCaptureContext",
-    "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "TlsAlloc", "TlsFree",
-    "TlsGetValue", "TlsSetValue", "VirtualProtect", "VirtualQuery",
-    "___lc_codepage_func", "___mb_cur_max_func", "__iob_func", "_amsg_exit", "_close", "_errno",
-    "_initterm", "_lock", "_mbsicmp", "_read", "_unlock", "_vsnwprintf", "_wcsicmp", "_wcsnicmp", "abort", "fputc", "fputwc", "fwprintf", "fwrite",
-    "localeconv", "memchr", "memcmp", "memcpy", "memmove", "memset", "strcmp", "strerror",
-    "strlen", "strncmp", "vfprintf", "wcschr", "wcslen", "wcsncpy", "wcsspn", "wcstol",
-};
-// clang-format on
-
-/// A row's name may end in a star, for a pair.
-bool names(const Function& row, std::string_view name) {
-  const std::string_view stem = row.name.substr(0, row.name.size() - 1);
-  return row.name == name || (row.name.ends_with('*') && name.size() == row.name.size() &&
-                              name.starts_with(stem) && (name.back() == 'A' || name.back() == 'W'));
+/// The name, perhaps with its place, and the signature.
+Function read(const Row& row, std::string_view text) {
+  const size_t blank = std::min(text.find(' '), text.size());
+  const size_t sign = std::min(text.find('@'), blank);
+  Function function{.name = text.substr(0, sign), .signature = text.substr(blank)};
+  function.signature.remove_prefix(function.signature.empty() ? 0 : 1);
+  std::from_chars(text.data() + std::min(sign + 1, blank), text.data() + blank, function.slot);
+  function.failure = row.failure;
+  function.effect = row.effect;
+  function.error = row.error;
+  function.applies = row.applies;
+  return function;
 }
 
-/// The first row of a table that fits; null when none does.
-template <class Rows, class Fits>
-const Function* find(const Rows& rows, const Fits& fits) {
-  const auto* found = std::find_if(std::begin(rows), std::end(rows), fits);
-  return found == std::end(rows) ? nullptr : found;
+const std::vector<Function>& functions() {
+  static const std::vector<Function> all = [] {
+    constexpr std::string_view kSeparator = "; ";
+    std::vector<Function> read;
+    for (const Row& row : kRows) {
+      size_t end = 0;
+      for (size_t at = 0; at < row.functions.size(); at = end + kSeparator.size()) {
+        end = std::min(row.functions.find(kSeparator, at), row.functions.size());
+        read.push_back(bed::read(row, row.functions.substr(at, end - at)));
+      }
+    }
+    return read;
+  }();
+  return all;
+}
+
+/// A row's name may end in a star, for a pair.
+bool names(const Function& function, std::string_view name) {
+  std::string_view stem = function.name;
+  if (stem.ends_with('*') && (name.ends_with('A') || name.ends_with('W'))) {
+    stem.remove_suffix(1);
+    name.remove_suffix(1);
+  }
+  return stem == name;
+}
+
+/// The first that fits; null when none does.
+template <class Fits>
+const Function* find(const Fits& fits) {
+  const auto found = std::find_if(functions().begin(), functions().end(), fits);
+  return found == functions().end() ? nullptr : &*found;
 }
 
 }  // namespace
@@ -358,25 +273,19 @@ bool Function::succeeded(uint64_t result) const {
 }
 
 const Function* findFunction(std::string_view name) {
-  static constexpr Function untouched{"", "", kUntouched};
-  if (std::find(std::begin(kUntouchedFunctions), std::end(kUntouchedFunctions), name) !=
-      std::end(kUntouchedFunctions)) {
-    return &untouched;
-  }
-  const auto fits = [&](const Function& row) { return names(row, name); };
-  const Function* const found = find(kWin32Functions, fits);
-  return found != nullptr ? found : find(kJniFunctions, fits);
+  return find([&](const Function& function) { return names(function, name); });
 }
 
 const Function* findJniFunction(size_t slot) {
-  return find(kJniFunctions, [&](const Function& row) { return row.slot == slot; });
+  return find(
+      [&](const Function& function) { return function.isOfJni() && function.slot == slot; });
 }
 
 std::vector<const Function*> methodsOf(std::string_view prefix) {
   std::vector<const Function*> methods;
-  for (const Function& row : kWin32Functions) {
-    if (row.name.starts_with(prefix)) {
-      methods.push_back(&row);
+  for (const Function& function : functions()) {
+    if (function.name.starts_with(prefix)) {
+      methods.push_back(&function);
     }
   }
   return methods;

@@ -9,29 +9,15 @@ namespace bed {
 
 struct Call;
 
-/// What can be opened and must be closed again.
+/// What is opened and must be closed again goes by its name. These have rules of their own.
 namespace Account {
 constexpr std::string_view kKey = "registry key";
-constexpr std::string_view kModule = "module";
-constexpr std::string_view kLocalBlock = "local block";
-constexpr std::string_view kHeapBlock = "heap block";
-constexpr std::string_view kPinnedString = "pinned string";
-constexpr std::string_view kLocalReference = "local reference";
-constexpr std::string_view kGlobalReference = "global reference";
-/// A file or a mapping: both end with CloseHandle.
+/// Of a file, a mapping, a process, a token or a policy.
 constexpr std::string_view kHandle = "handle";
-constexpr std::string_view kSearch = "search";
-constexpr std::string_view kView = "view";
-constexpr std::string_view kSid = "SID";
-/// A place in the shell's name space.
-constexpr std::string_view kItemList = "item list";
-constexpr std::string_view kInterface = "interface";
-constexpr std::string_view kDesktop = "station or desktop";
-/// The service manager or a service.
-constexpr std::string_view kServiceHandle = "service handle";
-constexpr std::string_view kDatabaseLock = "database lock";
+constexpr std::string_view kHeapBlock = "heap block";
+constexpr std::string_view kLocalReference = "local reference";
 constexpr std::string_view kLsaMemory = "memory of the security authority";
-constexpr std::string_view kNetBuffer = "network buffer";
+constexpr std::string_view kModule = "module";
 }  // namespace Account
 
 /// How a call moves an account when it succeeds: it opens what it returns or what it puts where an
@@ -41,25 +27,25 @@ struct Effect {
   enum class Move { kNothing, kOpensResult, kOpensAt, kAsksFor, kCloses } move = Move::kNothing;
   std::string_view account = {};
   int argument = 0;
-  /// Of an interface that is opened: how the rows of its methods begin.
-  std::string_view methods = {};
   /// How many items there are, side by side, where the argument points.
   int items = 1;
+  /// Of an interface that is opened: how the names of its methods begin.
+  std::string_view methods = {};
 };
 
 constexpr Effect opensResult(std::string_view account) {
   return {Effect::Move::kOpensResult, account};
 }
-constexpr Effect opensAt(std::string_view account, int argument, std::string_view methods = {}) {
-  return {Effect::Move::kOpensAt, account, argument, methods};
+constexpr Effect opensAt(int argument, std::string_view account, int items = 1) {
+  return {Effect::Move::kOpensAt, account, argument, items};
 }
-constexpr Effect opensAt(std::string_view account, int argument, int items) {
-  return {Effect::Move::kOpensAt, account, argument, {}, items};
+constexpr Effect opensInterface(int argument, std::string_view methods) {
+  return {Effect::Move::kOpensAt, "interface", argument, 1, methods};
 }
-constexpr Effect asksFor(std::string_view account, int argument) {
+constexpr Effect asksFor(int argument, std::string_view account) {
   return {Effect::Move::kAsksFor, account, argument};
 }
-constexpr Effect closes(std::string_view account, int argument) {
+constexpr Effect closes(int argument, std::string_view account) {
   return {Effect::Move::kCloses, account, argument};
 }
 
@@ -94,23 +80,22 @@ struct Function {
   ///     -  not shown                          p  a pointer: 0 or "&"
   ///     t  text in the letters of the name    u  wide text, whatever the name
   ///     n  32-bit number                      w  number of the size of a pointer, or a handle
-  ///     y  8-bit number                       k  registry key: HKCU and its like, or "a key"
+  ///     y  8-bit number                       h  16-bit number
   ///     i  where a 32-bit number stands       q  where a 64-bit number stands
   ///     d  bytes; the next argument is their number       6  as many bytes as the digit
-  ///     o  a security descriptor: whose it makes something        s  a SID
-  ///     m  what is copied to another process: a number, its size and its text
+  ///     k  registry key: HKCU and its like, or "a key"    s  a SID
   ///     l  how a program is started: desktop, size, flags, window, and its three handles
+  ///     m  what is copied to another process: a number, its size and its text
   ///     c  what is changed of a service, by the level before it
-  ///     {uhn}  a record: its fields, of which h has 16 bits
+  ///     {uhn}  a record: its fields, which have the size that their letters say
   ///     [uhn]  such records; the next argument is their number
   std::string_view signature = {};
-  Failure failure = Failure::kCannotFail;
-  Effect effect = {};
-  /// The error of a failure that names none, 1450 as a rule, which nothing expects; 0 leaves the
-  /// last error as it is.
-  uint32_t error = 1450;
   /// Of a method and of a JNI function: its place in their table.
   uint32_t slot = 0;
+  Failure failure = Failure::kCannotFail;
+  Effect effect = {};
+  /// The error of a failure that names none; 0 leaves the last error as it is.
+  uint32_t error = 0;
   /// Whether this call has the effect; null: every call has.
   bool (*applies)(const Call&) = nullptr;
 
@@ -121,7 +106,7 @@ struct Function {
   bool succeeded(uint64_t result) const;
 };
 
-/// Null for a function that no table has: whoever makes the library call a new one adds a row.
+/// Null for a function that the table lacks: whoever makes the library call a new one adds it.
 const Function* findFunction(std::string_view name);
 /// The same for an entry of the table of JNI functions.
 const Function* findJniFunction(size_t slot);

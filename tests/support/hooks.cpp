@@ -23,34 +23,14 @@ bool concerns(const Call& call) {
          (isReturnToStub(caller) || (libraryBegin <= caller && caller < libraryEnd));
 }
 
-void fail(Call& call, uint32_t named, LastErrorScope& lastError) {
-  const Function& facts = call.function->facts;
-  const uint32_t error = named != 0 ? named : facts.error;
-  call.result = facts.failureResult(error);
-  if (facts.isOfJni()) {
-    throwInJava(call);
-  } else if (error != 0 && facts.failure != Failure::kStatus) {
-    lastError.set(error == FailRule::kNoError ? 0 : error);
-  }
-}
-
-/// Whether the call gets its result here: it is to fail, was prepared, or must not happen.
-bool isSettled(Call& call, LastErrorScope& lastError) {
-  if (const FailRule* rule = monitor().begin(call); rule != nullptr) {
-    fail(call, rule->error, lastError);
-    return true;
-  }
-  return monitor().answered(call, lastError) || monitor().toldVersion(call, lastError) ||
-         isNullRelease(call) || (HeapGuard::guards(call) && !HeapGuard::before(call));
-}
-
 const void* before(Call& call) {
   if (!concerns(call)) {
     return call.function->original;
   }
   LastErrorScope lastError;
   checkRulesOfJni(call);
-  const bool settled = isSettled(call, lastError);
+  const bool settled = monitor().settles(call, lastError) || isNullRelease(call) ||
+                       (HeapGuard::guards(call) && !HeapGuard::before(call));
   const Effect& effect = call.function->facts.effect;
   const uint64_t item = call.words[effect.argument];
   if (effect.move == Effect::Move::kAsksFor) {
@@ -58,7 +38,6 @@ const void* before(Call& call) {
   } else if (effect.move == Effect::Move::kCloses && item != 0 && !HeapGuard::guards(call)) {
     accounts().close(effect.account, item, call.function->name);
   }
-  monitor().leadToModule(call);
   return settled ? nullptr : call.function->original;
 }
 

@@ -4,22 +4,31 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
+
+#include "jni_hooks.h"
 
 namespace bed {
 namespace {
 
-const char* anyOf(const Call& call) {
-  return call.function->facts.isOfJni() ? "any JNI call" : "any call";
+using Kind = Prepared::Kind;
+
+bool begins(const std::wstring& call, const std::wstring& how) {
+  return call.starts_with(how) && (call.size() == how.size() || call[how.size()] == L'\t');
 }
 
-/// Whether the rule speaks of this call.
-bool concerns(const FailRule& rule, const Call& call) {
-  if (rule.name != call.function->name && rule.name != anyOf(call)) {
-    return false;
+const wchar_t* anyOf(const Call& call) {
+  return call.function->facts.isOfJni() ? L"any JNI call" : L"any call";
+}
+
+void fail(Call& call, uint32_t named, LastErrorScope& lastError) {
+  const Function& facts = call.function->facts;
+  const uint32_t error = named != 0 ? named : facts.error;
+  call.result = facts.failureResult(error);
+  if (facts.isOfJni()) {
+    throwInJava(call);
+  } else if (error != 0 && facts.failure != Failure::kStatus) {
+    lastError.set(error == Prepared::kNoError ? 0 : error);
   }
-  return rule.lookedUp.empty() ||
-         (call.words[1] > 0xFFFF && rule.lookedUp == reinterpret_cast<const char*>(call.words[1]));
 }
 
 /// The pointers of an answer, which are known only when it is written: see Hooks.HERE.
@@ -33,12 +42,23 @@ void lead(uint64_t place, size_t size) {
   }
 }
 
+void answer(Call& call, const Prepared& prepared, LastErrorScope& lastError) {
+  for (const auto& [argument, bytes] : prepared.writes) {
+    std::memcpy(reinterpret_cast<void*>(call.words[argument]), bytes.data(), bytes.size());
+    lead(call.words[argument], bytes.size());
+  }
+  call.result = prepared.result;
+  if (prepared.error != 0) {
+    lastError.set(prepared.error);
+  }
+}
+
 /// As the system does: not a byte more than there is, and the rest of the buffer stays as it was.
-uint64_t handOut(const Call& call, const Answer& answer) {
-  const std::string& value = *answer.value;
+uint64_t handOut(const Call& call, const Prepared& prepared) {
+  const std::string& value = prepared.writes.front().second;
   auto* const size = reinterpret_cast<uint32_t*>(call.words[5]);
   if (auto* const type = reinterpret_cast<uint32_t*>(call.words[3]); type != nullptr) {
-    *type = static_cast<uint32_t>(answer.result);
+    *type = static_cast<uint32_t>(prepared.result);
   }
   auto* const data = reinterpret_cast<void*>(call.words[4]);
   if (size == nullptr) {
@@ -79,97 +99,56 @@ bool Monitor::watchesThisThread() const {
   return thread_ == GetCurrentThreadId();
 }
 
-const FailRule* Monitor::begin(const Call& call) {
-  const Function& facts = call.function->facts;
-  calls.push_back(showCall(call.function->name, facts.signature, call.words));
-  if (!facts.canFail()) {
-    return nullptr;
-  }
-  ++failable[facts.isOfJni() ? 1 : 0];
-  const FailRule* due = nullptr;
-  for (FailRule& rule : rules) {
-    if (concerns(rule, call) &&
-        (++rule.seen == rule.nth || (rule.andAllLater && rule.seen > rule.nth))) {
-      due = &rule;
+/// Failures go before answers, the last one first; then what answers once, in its order.
+Prepared* Monitor::due(const Call& call) {
+  const bool canFail = call.function->facts.canFail();
+  Prepared* due = nullptr;
+  for (Prepared& entry : prepared) {
+    if (entry.call != anyOf(call) && !begins(calls.back(), entry.call)) {
+      continue;
     }
-  }
-  if (due != nullptr && due->name == anyOf(call)) {
-    failed = static_cast<int>(calls.size()) - 1;
+    if (entry.kind != Kind::kFails) {
+      const bool isFirst = due == nullptr || (due->kind != Kind::kFails && due->always);
+      due = isFirst && (entry.seen == 0 || entry.always) ? &entry : due;
+    } else if (canFail && (++entry.seen == entry.nth || (entry.always && entry.seen > entry.nth))) {
+      due = &entry;
+    }
   }
   return due;
 }
 
-bool Monitor::answered(Call& call, LastErrorScope& lastError) {
-  const auto prepared = answers.find(call.function->name);
-  if (prepared == answers.end() || prepared->second.empty()) {
+bool Monitor::settles(Call& call, LastErrorScope& lastError) {
+  const Function& facts = call.function->facts;
+  calls.push_back(showCall(call.function->name, facts.signature, call.words));
+  failable[facts.isOfJni() ? 1 : 0] += facts.canFail() ? 1 : 0;
+  Prepared* const entry = due(call);
+  if (entry == nullptr) {
     return false;
   }
-  const Answer answer = prepared->second.front();
-  if (answer.value && prepared->second.size() == 1) {
-    prepared->second.front().always = true;
-  } else if (!answer.always) {
-    prepared->second.pop_front();
-  }
-  for (const auto& [argument, bytes] : answer.writes) {
-    std::memcpy(reinterpret_cast<void*>(call.words[argument]), bytes.data(), bytes.size());
-    lead(call.words[argument], bytes.size());
-  }
-  call.result = answer.value ? handOut(call, answer) : answer.result;
-  if (answer.lastError != 0) {
-    lastError.set(answer.lastError);
-  }
-  return true;
-}
-
-bool Monitor::toldVersion(Call& call, LastErrorScope& lastError) const {
-  if (!version || !call.function->name.starts_with("GetVersionEx")) {
-    return false;
-  }
-  auto* const record = reinterpret_cast<uint32_t*>(call.words[0]);
-  const bool isWide = call.function->name.ends_with('W');
-  const size_t longer = *record - (isWide ? sizeof(OSVERSIONINFOW) : sizeof(OSVERSIONINFOA));
-  constexpr size_t kMore = sizeof(OSVERSIONINFOEXA) - sizeof(OSVERSIONINFOA);
-  if (!version->tells || (longer != 0 && (longer != kMore || !version->knowsLongRecord))) {
-    lastError.set(ERROR_INSUFFICIENT_BUFFER);
+  if (entry->kind == Kind::kFails) {
+    failed = entry->call == anyOf(call) ? static_cast<int>(calls.size()) - 1 : failed;
+    fail(call, entry->error, lastError);
     return true;
   }
-  std::memset(record + 1, 0, *record - sizeof *record);
-  record[1] = version->major;
-  record[2] = version->minor;
-  record[4] = version->platform;
-  call.result = TRUE;
+  ++entry->seen;
+  if (entry->kind == Kind::kFinds) {
+    call.result = handOut(call, *entry);
+  } else {
+    answer(call, *entry, lastError);
+  }
   return true;
 }
 
-void Monitor::leadToModule(Call& call) {
-  if (call.function->name == "LoadLibraryExA") {
-    const auto found = modules.find(reinterpret_cast<const char*>(call.words[0]));
-    if (found != modules.end()) {
-      call.words[0] = reinterpret_cast<uint64_t>(found->second.c_str());
-    }
-  }
-}
-
-std::vector<std::string> Monitor::unused() const {
-  const auto told = [&](const std::string& what, const std::string& name) {
-    const std::wstring wide(name.begin(), name.end());
-    const auto count = std::count_if(calls.begin(), calls.end(), [&](const std::wstring& call) {
-      return call.substr(0, call.find(L'\t')) == wide;
-    });
-    return "prepared in vain: " + what + " of " + name + ", which was called " +
-           std::to_string(count) + " times";
-  };
-  std::vector<std::string> texts;
-  for (const FailRule& rule : rules) {
-    if (!rule.lookedUp.empty() && rule.seen == 0) {
-      texts.push_back("prepared in vain: hidden " + rule.lookedUp + ", which was not looked up");
-    } else if (rule.seen < rule.nth && !rule.andAllLater) {
-      texts.push_back(told("failure " + std::to_string(rule.nth), rule.name));
-    }
-  }
-  for (const auto& [name, left] : answers) {
-    if (!left.empty() && !left.front().always) {
-      texts.push_back(told(std::to_string(left.size()) + " answers", name));
+std::vector<std::wstring> Monitor::unused() const {
+  std::vector<std::wstring> texts;
+  for (const Prepared& entry : prepared) {
+    if (entry.seen < entry.nth && !entry.always) {
+      const auto isMeant = [&](const std::wstring& call) { return begins(call, entry.call); };
+      texts.push_back(
+          L"prepared in vain: " +
+          (entry.kind == Kind::kFails ? L"failure " + std::to_wstring(entry.nth) : L"an answer") +
+          L" of " + entry.call + L", which was called " +
+          std::to_wstring(std::count_if(calls.begin(), calls.end(), isMeant)) + L" times");
     }
   }
   return texts;

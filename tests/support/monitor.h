@@ -2,10 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <deque>
-#include <map>
-#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "thunk.h"
@@ -26,47 +24,35 @@ class LastErrorScope {
   uint32_t error_;
 };
 
-/// Makes calls fail: of those that `name` means, the n-th (from 1).
-struct FailRule {
-  /// A function; or "any call" and "any JNI call" that can fail.
-  std::string name;
+/// What is prepared for a call in the system's place.
+struct Prepared {
+  enum class Kind {
+    /// The call fails with `error`; 0 is the one that fits the function, kNoError none at all.
+    kFails,
+    /// It gets `result`, and `writes` go where the arguments point; an `error` of 0 is none.
+    kAnswers,
+    /// A registry value is found: its type is `result`, and `writes` are its data.
+    kFinds,
+  };
+
+  /// How the call begins as it is shown: the name of a function, perhaps with arguments; or "any
+  /// call" and "any JNI call" that can fail.
+  std::wstring call;
+  Kind kind = Kind::kFails;
+  /// Of a failure, which of these calls it is, from 1. Answers are used up in their order.
   uint32_t nth = 1;
-  /// 0: the error that fits the function; kNoError: none at all.
+  /// Every later one, too, as when the power is gone; an answer, when no other is left.
+  bool always = false;
+  uint64_t result = 0;
   uint32_t error = 0;
-  /// And every later one too, as when the power is gone.
-  bool andAllLater = false;
-  /// Of GetProcAddress: only for this function, which a Windows too old for it lacks.
-  std::string lookedUp = {};
+  std::vector<std::pair<int, std::string>> writes = {};
   uint32_t seen = 0;
 
   static constexpr uint32_t kNoError = ~uint32_t{0};
 };
 
-/// A prepared answer: the system is not asked. `writes` go where the arguments point.
-struct Answer {
-  uint64_t result = 0;
-  /// 0: the last error stays as it is.
-  uint32_t lastError = 0;
-  std::vector<std::pair<int, std::string>> writes = {};
-  /// For every later call, too.
-  bool always = false;
-  /// The data of a registry value, whose type is `result`; the last one prepared stays.
-  std::optional<std::string> value = {};
-};
-
-/// The Windows that the library sees.
-struct Version {
-  uint32_t platform;
-  uint32_t major;
-  uint32_t minor;
-  /// Whether it knows the long version record, as Windows 98 and NT 4 did not at first.
-  bool knowsLongRecord;
-  /// Not a system that tells nothing at all.
-  bool tells;
-};
-
-/// Watches the calls that the library makes on one thread: counts and records them, and knows which
-/// of them are to fail or to be answered. All other threads' calls pass unseen.
+/// Watches the calls that the library makes on one thread: counts and records them, and does what
+/// is prepared for them. All other threads' calls pass unseen.
 class Monitor {
  public:
   /// Starts with the calling thread; `reset` goes before a new test.
@@ -75,34 +61,25 @@ class Monitor {
   bool watchesThisThread() const;
   void reset() { *this = Monitor(); }
 
-  /// Takes down a call. Returns the rule by which it is to fail, or null.
-  const FailRule* begin(const Call& call);
-  /// Gives the prepared answer, when there is one, as the call's result.
-  bool answered(Call& call, LastErrorScope& lastError);
-  /// Tells which Windows this is, when that is another than it is.
-  bool toldVersion(Call& call, LastErrorScope& lastError) const;
-  /// Has LoadLibraryExA load another file for a name.
-  void leadToModule(Call& call);
+  /// Takes down a call. Gives it its result when one is prepared.
+  bool settles(Call& call, LastErrorScope& lastError);
   /// What was prepared in vain, in words.
-  std::vector<std::string> unused() const;
+  std::vector<std::wstring> unused() const;
 
-  std::vector<FailRule> rules;
-  /// Those of one function are used up in their order; then the system answers again.
-  std::map<std::string, std::deque<Answer>> answers;
-  std::optional<Version> version;
-  /// The file that LoadLibraryExA loads for a name.
-  std::map<std::string, std::string> modules;
+  std::vector<Prepared> prepared;
 
   /// As showCall shows them.
   std::vector<std::wstring> calls;
   /// What the library did that it must never do, in words.
   std::vector<std::string> violations;
   /// How many calls could have been made to fail, of Windows and of JNI.
-  std::array<size_t, 2> failable{};
+  std::array<int, 2> failable{};
   /// Which of the calls failed as the n-th of all; -1 when none has.
   int failed = -1;
 
  private:
+  Prepared* due(const Call& call);
+
   unsigned long thread_ = 0;
 };
 

@@ -74,18 +74,6 @@ std::wstring showSid(const void* sid) {
   return text;
 }
 
-std::wstring showSid(const wchar_t* label, const void* sid) {
-  return sid == nullptr ? L"" : label + showSid(sid);
-}
-
-std::wstring showDescriptor(const SECURITY_DESCRIPTOR* descriptor) {
-  std::wstring text = showSid(L"owner=", descriptor->Owner) + showSid(L"group=", descriptor->Group);
-  const bool more = descriptor->Revision != SECURITY_DESCRIPTOR_REVISION ||
-                    descriptor->Control != 0 || descriptor->Sacl != nullptr ||
-                    descriptor->Dacl != nullptr;
-  return more ? text + L" and more" : text;
-}
-
 /// How a program is started: its desktop, what of the rest is given, its window, and its handles.
 std::wstring showStartup(bool wide, const STARTUPINFOA* startup) {
   std::wstring text = showText(wide, reinterpret_cast<uint64_t>(startup->lpDesktop));
@@ -146,8 +134,6 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
       return value == 0 ? L"null" : showNumber(*at<uint64_t>(value));
     case 's':
       return value == 0 ? L"null" : showSid(at<void>(value));
-    case 'o':
-      return value == 0 ? L"null" : showDescriptor(at<SECURITY_DESCRIPTOR>(value));
     case 'm':
       return showCopied(at<COPYDATASTRUCT>(value));
     case 'l':
@@ -163,7 +149,7 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
 }
 
 size_t sizeOfField(char letter) {
-  return letter == 'h' ? 2 : letter == 'n' ? 4 : 8;
+  return letter == 'y' ? 1 : letter == 'h' ? 2 : letter == 'n' ? 4 : 8;
 }
 
 /// Records that stand one behind the other; each field is at the next place that its size allows.

@@ -18,9 +18,11 @@ public final class Bytes {
         return text.getBytes(StandardCharsets.UTF_16LE);
     }
 
-    /** Four bytes, the lowest first. */
-    public static byte[] number(int value) {
-        return ByteBuffer.allocate(4).order(ByteOrder.LITTLE_ENDIAN).putInt(value).array();
+    /** Four bytes for each, the lowest first. */
+    public static byte[] number(int... values) {
+        ByteBuffer bytes = ByteBuffer.allocate(4 * values.length).order(ByteOrder.LITTLE_ENDIAN);
+        bytes.asIntBuffer().put(values);
+        return bytes.array();
     }
 
     /** Eight bytes, the lowest first: a pointer or a handle. */

@@ -2,7 +2,6 @@ package com.corvane.testing;
 
 import com.corvane.testing.Words.Word;
 import java.util.ArrayList;
-import java.util.Arrays;
 import java.util.HashMap;
 import java.util.List;
 import java.util.Map;
@@ -31,12 +30,12 @@ public final class Calls {
 
     /** All calls of the library, as the tables of functions show them. */
     static List<String> shown(Stage stage) {
-        return Arrays.stream(Hooks.shownCalls()).map(call -> stage.shown(call.replace('\t', ' '))).toList();
+        return Hooks.each(Hooks.calls()).stream().map(call -> stage.shown(call.replace('\t', ' '))).toList();
     }
 
     /** Those of one function, with a blank before each argument. */
     public static List<String> of(String function) {
-        return Arrays.stream(Hooks.shownCalls()).filter(call -> call.split("\t", 2)[0].equals(function))
+        return Hooks.each(Hooks.calls()).stream().filter(call -> call.split("\t", 2)[0].equals(function))
                 .map(call -> call.replace('\t', ' ')).toList();
     }
 
@@ -61,7 +60,7 @@ public final class Calls {
 
     private List<List<String>> came() {
         List<List<String>> came = new ArrayList<>();
-        for (String call : Hooks.shownCalls()) {
+        for (String call : Hooks.each(Hooks.calls())) {
             List<String> words = new ArrayList<>(List.of(stage.shown(call).split("\t", -1)));
             String name = names.get(words.get(0));
             if (name != null) {

@@ -171,7 +171,8 @@ final class Native {
         if (!(thrown instanceof ServiceException exception)) {
             return "throws " + thrown;
         }
-        String beside = Hooks.returned().isEmpty() ? "" : ", " + Hooks.returned();
+        String returned = Hooks.returned().toString();
+        String beside = returned.isEmpty() ? "" : ", " + returned;
         message = String.valueOf(exception.getMessage()).replace("\r\n", "");
         String reason = exception.getMessage() == null ? "without a message"
                 : "error " + Integer.toUnsignedLong(exception.getReason());

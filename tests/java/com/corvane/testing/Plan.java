@@ -1,7 +1,11 @@
 package com.corvane.testing;
 
 import com.corvane.testing.Words.Word;
+import com.sun.jna.Native;
+import com.sun.jna.Pointer;
+import com.sun.jna.platform.win32.Kernel32;
 import java.io.ByteArrayOutputStream;
+import java.util.Comparator;
 import java.util.HashMap;
 import java.util.List;
 import java.util.Map;
@@ -31,30 +35,28 @@ public final class Plan {
         Hooks.arm();
     }
 
-    /** Puts each entry in its place. */
+    /** Puts each entry in its place. Values are found when no other answer is left. */
     static void prepare(String clause, Windows system, Stage stage) {
-        Plan plan = new Plan(system, stage);
-        List<List<Word>> entries = Words.parts(Words.of(clause), ";");
-        // What stays comes after what answers once.
-        entries.stream().filter(entry -> !stays(entry)).forEach(plan::put);
-        entries.stream().filter(Plan::stays).forEach(plan::put);
-    }
-
-    private static boolean stays(List<Word> entry) {
-        return entry.get(0).is("value") || entry.size() <= 2 && entry.get(entry.size() - 1).text().endsWith("*");
+        Words.parts(Words.of(clause), ";").stream().sorted(Comparator.comparing(entry -> entry.get(0).is("value")))
+                .forEach(new Plan(system, stage)::put);
     }
 
     private void put(List<Word> entry) {
         String first = entry.get(0).text();
+        String name = entry.size() == 1 ? "" : entry.get(1).text();
         Matcher failure = FAILURE.matcher(first);
         if (first.equals("no")) {
-            Hooks.hide(fullName(entry.get(1).text(), system));
+            Hooks.hide(fullName(name, system));
         } else if (first.equals("module")) {
-            Hooks.answerModule(entry.get(1).text(), System.getProperty("corvane.test.support"));
+            Pointer loaded = Kernel32.INSTANCE
+                    .LoadLibraryEx(System.getProperty("corvane.test.support"), null, 0).getPointer();
+            Hooks.answer("LoadLibraryExA\t" + name, Pointer.nativeValue(loaded), 0, false, new int[0], new byte[0][]);
         } else if (first.equals("memory")) {
-            addresses.put(entry.get(1).text(), Hooks.keep(data(entry.subList(2, entry.size()), !system.isAnsi())));
+            byte[] data = data(entry.subList(2, entry.size()), !system.isAnsi());
+            addresses.put(name, Native.malloc(data.length));
+            new Pointer(addresses.get(name)).write(0, data, 0, data.length);
         } else if (first.equals("value")) {
-            Hooks.answerValue(system.function("RegQueryValueEx"), (int) Words.number(entry.get(1).text()),
+            Hooks.answerValue(system.function("RegQueryValueEx"), (int) Words.number(name),
                     data(entry.subList(2, entry.size()), !system.isAnsi()));
         } else if (failure.matches()) {
             fail(failure);

@@ -147,7 +147,7 @@ final class Scene {
         if (has("open")) {
             compare(differences, "things left open", clause("open"), Integer.toString(Hooks.leftOpen()));
         }
-        differences.addAll(List.of(Hooks.unused()));
+        differences.addAll(Hooks.each(Hooks.unused()));
         differences.addAll(TestBed.complaints());
         return differences;
     }

@@ -89,7 +89,7 @@ final class Sweep {
         if (calls + jniCalls == 0) {
             differences.add("no call could fail");
         }
-        List.of(Hooks.unused()).forEach(unused -> differences.add("the good call: " + unused));
+        Hooks.each(Hooks.unused()).forEach(unused -> differences.add("the good call: " + unused));
         scene.prepare(system);
         before = state();
         runEach(false, calls);
@@ -167,7 +167,7 @@ final class Sweep {
             case "good" -> outcome.equals(good);
             case "lost" -> outcome.equals(good) || outcome.equals(good.replaceFirst("error \\d+", "error 0"));
             case "thrown" -> outcome.endsWith(": " + failed.split(" ")[0])
-                    && Hooks.returned().matches("(" + value + ")?");
+                    && Hooks.returned().toString().matches("(" + value + ")?");
             case "unexpected" -> outcome.matches(unexpected);
             case "error" -> outcome.matches(code.equals("unexpected") ? unexpected
                     : code + " " + allowed + (allowed.contains(", ") ? "" : beside));

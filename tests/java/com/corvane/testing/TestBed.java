@@ -1,6 +1,7 @@
 package com.corvane.testing;
 
 import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
+import com.sun.jna.JNIEnv;
 import java.util.ArrayList;
 import java.util.List;
 import org.junit.jupiter.api.extension.AfterEachCallback;
@@ -18,11 +19,11 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
     private static final int MOST_LOCAL_REFERENCES = 16;
 
     static {
-        Hooks.hookJni();
+        Hooks.hookJvm(JNIEnv.CURRENT);
         // The C++ runtime allocates some memory when it throws for the first time, and keeps it.
         Outcome.assertFails(-100001, INVALID_HANDLE, () -> new Win32RegistryServiceImpl().keyExists(0, ""));
-        String[] unknown = Hooks.hookImports("corvane_win32.dll");
-        if (unknown.length != 0) {
+        List<String> unknown = Hooks.each(Hooks.hookLibrary("corvane_win32.dll"));
+        if (!unknown.isEmpty()) {
             throw new AssertionError("The table of functions lacks " + String.join(", ", unknown));
         }
     }
@@ -40,7 +41,7 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
         Hooks.disarm();
         RawRegistry.deleteTree(RawRegistry.KEY);
         List<String> complaints = complaints();
-        complaints.addAll(List.of(Hooks.unused()));
+        complaints.addAll(Hooks.each(Hooks.unused()));
         if (!complaints.isEmpty()) {
             throw new AssertionError(String.join("\n", complaints));
         }
@@ -48,7 +49,7 @@ public final class TestBed implements BeforeEachCallback, AfterEachCallback {
 
     /** What is open and must not be, and what was done and must not be. */
     static List<String> complaints() {
-        List<String> complaints = new ArrayList<>(List.of(Hooks.complaints()));
+        List<String> complaints = new ArrayList<>(Hooks.each(Hooks.complaints()));
         int references = Hooks.peak("local reference");
         if (references > MOST_LOCAL_REFERENCES) {
             complaints.add("references pile up: " + references + " at once");

@@ -1,5 +1,7 @@
 package com.corvane.testing;
 
+import java.util.Arrays;
+
 /** The Windows that the library believes to run on. */
 public enum Windows {
     W95(1, 4, 0, false),
@@ -12,6 +14,11 @@ public enum Windows {
     W10(2, 10, 0, true),
     /** One that does not tell what it is. */
     UNKNOWN(0, 0, 0, false);
+
+    private static final int SHORT_RECORD = 148;
+    private static final int LONG_RECORD = 156;
+    private static final int WIDE_RECORD = 276;
+    private static final int INSUFFICIENT_BUFFER = 122;
 
     private final int platform;
     private final int major;
@@ -27,7 +34,12 @@ public enum Windows {
 
     /** Makes this the system, until the next reset of the hooks. */
     public void use() {
-        Hooks.version(platform, major, minor, knowsLongRecord, this != UNKNOWN);
+        for (int size : new int[] {SHORT_RECORD, LONG_RECORD, WIDE_RECORD}) {
+            boolean knows = size == LONG_RECORD ? knowsLongRecord : this != UNKNOWN;
+            byte[] record = Arrays.copyOf(Bytes.number(size, major, minor, 0, platform), knows ? size : 0);
+            Hooks.answer("GetVersionEx" + (size == WIDE_RECORD ? "W\t" : "A\t") + size, knows ? 1 : 0,
+                    knows ? 0 : INSUFFICIENT_BUFFER, true, new int[] {0}, new byte[][] {record});
+        }
     }
 
     /** Whether the ANSI functions are called. */
