@@ -26,6 +26,11 @@ const wchar_t* list(const Texts& texts) {
   return list.c_str();
 }
 
+void prepare(std::string_view call, Prepared prepared) {
+  prepared.call.assign(call.begin(), call.end());
+  monitor().prepared.push_back(std::move(prepared));
+}
+
 }  // namespace
 
 HOOK(void) hookJvm(JNIEnv* env) {
@@ -50,19 +55,30 @@ HOOK(void) disarm() {
   monitor().disarm();
 }
 
-HOOK(void)
-prepare(const char* call, int kind, int nth, int always, uint64_t result, uint32_t error) {
-  const std::string_view text = call;
-  monitor().prepared.push_back({{text.begin(), text.end()},
-                                static_cast<Prepared::Kind>(kind),
-                                static_cast<uint32_t>(nth),
-                                always != 0,
-                                result,
-                                error});
+HOOK(void) fail(const char* call, uint32_t nth, uint32_t error, int andAllLater) {
+  prepare(call, {.nth = nth, .always = andAllLater != 0, .error = error});
+}
+
+HOOK(void) hide(const char* function) {
+  const std::string call = std::string("GetProcAddress\t") + function;
+  for (const bool always : {false, true}) {
+    prepare(call, {.always = always, .error = ERROR_PROC_NOT_FOUND});
+  }
+}
+
+HOOK(void) answer(const char* call, uint64_t result, uint32_t lastError, int always) {
+  prepare(call, {Prepared::Kind::kAnswers, 1, always != 0, result, lastError});
 }
 
 HOOK(void) writeTo(int argument, const char* data, int size) {
   monitor().prepared.back().writes.emplace_back(argument, std::string(data, data + size));
+}
+
+HOOK(void) findValue(const char* call, int type, const char* data, int size) {
+  for (const bool always : {false, true}) {
+    prepare(call, {Prepared::Kind::kFinds, 1, always, static_cast<uint64_t>(type)});
+    writeTo(0, data, size);
+  }
 }
 
 HOOK(int) knows(const char* function) {

@@ -31,6 +31,7 @@ constexpr uint32_t kStatusLacks = 0xC000009AU;
 constexpr uint32_t kNoError = 0;
 
 using enum Failure;
+using enum Effect::Move;
 
 /// Functions of which the same is known, but for how their arguments are shown.
 struct Row {
@@ -49,65 +50,71 @@ constexpr std::string_view kService = "service handle";
 
 constexpr Row kRows[] = {
     // The registry.
-    {kCannotFail, "RegCloseKey k", closes(0, Account::kKey)},
-    {kStatus, "RegCreateKeyEx* -tnpnnp-p", opensAt(7, Account::kKey)},
-    {kStatus, "RegOpenKeyEx* ktnn", opensAt(4, Account::kKey)},
+    {kCannotFail, "RegCloseKey k", {kCloses, Account::kKey}},
+    {kStatus, "RegCreateKeyEx* -tnpnnp-p", {kOpensAt, Account::kKey, 7}},
+    {kStatus, "RegOpenKeyEx* ktnn", {kOpensAt, Account::kKey, 4}},
 
     // Memory and modules.
-    {kZero, "FormatMessage* nwnn-n", opensAt(4, kBlock), kLacks, allocatesText},
-    {kStatus, "GetNamedSecurityInfoW tnnpppp", opensAt(7, kBlock)},
-    {kZero, "LocalAlloc nn", opensResult(kBlock)},
-    {kCannotFail, "LocalFree w", closes(0, kBlock)},
-    {kZero, "AllocateAndInitializeSid 6ynnnnnnnn", opensAt(10, "SID")},
-    {kCannotFail, "FreeSid w", closes(0, "SID")},
-    {kZero, "LoadLibraryEx* tpn; LoadLibraryW t", opensResult(Account::kModule)},
-    {kCannotFail, "FreeLibrary w", closes(0, Account::kModule)},
+    {kZero, "FormatMessage* nwnn-n", {kOpensAt, kBlock, 4}, kLacks, allocatesText},
+    {kStatus, "GetNamedSecurityInfoW tnnpppp", {kOpensAt, kBlock, 7}},
+    {kZero, "LocalAlloc nn", {kOpensResult, kBlock}},
+    {kCannotFail, "LocalFree w", {kCloses, kBlock}},
+    {kZero, "AllocateAndInitializeSid 6ynnnnnnnn", {kOpensAt, "SID", 10}},
+    {kCannotFail, "FreeSid w", {kCloses, "SID"}},
+    {kZero, "LoadLibraryEx* tpn", {kOpensResult, "module"}},
+    {kCannotFail, "FreeLibrary w", {kCloses, "module"}},
 
     // Handles. The ends of a pipe stand side by side in the library.
-    {kMinusOne, "CreateFile* tnnpnnw", opensResult(Account::kHandle)},
-    {kZero, "CreateFileMappingA wpnnnp", opensResult(Account::kHandle)},
-    {kCannotFail, "GetStdHandle n", opensResult(Account::kHandle), kLacks, isOfOutput},
-    {kZero, "CreatePipe --in", opensAt(0, Account::kHandle, 2)},
-    {kZero, "OpenProcessToken wn", opensAt(2, Account::kHandle)},
-    {kZero, "DuplicateHandle; OpenThreadToken wnn", opensAt(3, Account::kHandle)},
-    {kZero, "LogonUserA tttnn", opensAt(5, Account::kHandle)},
-    {kZero, "CreateProcessA ttppnnppl", opensAt(9, Account::kHandle, 2)},
+    {kMinusOne, "CreateFile* tnnpnnw", {kOpensResult, Account::kHandle}},
+    {kZero, "CreateFileMappingA wpnnnp", {kOpensResult, Account::kHandle}},
+    {kCannotFail, "GetStdHandle n", {kOpensResult, Account::kHandle}, kLacks, isOfOutput},
+    {kZero, "CreatePipe --in", {kOpensAt, Account::kHandle, 0, 2}},
+    {kZero, "OpenProcessToken wn", {kOpensAt, Account::kHandle, 2}},
+    {kZero, "DuplicateHandle; OpenThreadToken wnn", {kOpensAt, Account::kHandle, 3}},
+    {kZero, "LogonUserA tttnn", {kOpensAt, Account::kHandle, 5}},
+    {kZero, "CreateProcessA ttppnnppl", {kOpensAt, Account::kHandle, 9, 2}},
     {kZero,
      "CreateProcessAsUserA wttppnnppl; CreateProcessWithLogonW tttnttnppl",
-     opensAt(10, Account::kHandle, 2)},
-    {kCannotFail, "CloseHandle w", closes(0, Account::kHandle)},
-    {kMinusOne, "FindFirstFile* t", opensResult("search")},
-    {kCannotFail, "FindClose w", closes(0, "search")},
-    {kZero, "MapViewOfFile -nnnw", opensResult("view")},
-    {kCannotFail, "UnmapViewOfFile", closes(0, "view")},
-    {kZero, "OpenDesktopA tnnn; OpenWindowStationA tnn", opensResult(kDesktop)},
-    {kCannotFail, "CloseDesktop w; CloseWindowStation w", closes(0, kDesktop)},
+     {kOpensAt, Account::kHandle, 10, 2}},
+    {kCannotFail, "CloseHandle w", {kCloses, Account::kHandle}},
+    {kMinusOne, "FindFirstFile* t", {kOpensResult, "search"}},
+    {kCannotFail, "FindClose w", {kCloses, "search"}},
+    {kZero, "MapViewOfFile -nnnw", {kOpensResult, "view"}},
+    {kCannotFail, "UnmapViewOfFile", {kCloses, "view"}},
+    {kZero, "OpenDesktopA tnnn; OpenWindowStationA tnn", {kOpensResult, kDesktop}},
+    {kCannotFail, "CloseDesktop w; CloseWindowStation w", {kCloses, kDesktop}},
 
     // Services.
     {kZero,
      "CreateServiceW -ttnnnnttpttt; OpenSCManagerW ppn; OpenServiceW -tn",
-     opensResult(kService)},
-    {kCannotFail, "CloseServiceHandle w", closes(0, kService)},
-    {kZero, "LockServiceDatabase w", opensResult("database lock")},
-    {kCannotFail, "UnlockServiceDatabase w", closes(0, "database lock")},
+     {kOpensResult, kService}},
+    {kCannotFail, "CloseServiceHandle w", {kCloses, kService}},
+    {kZero, "LockServiceDatabase w", {kOpensResult, "database lock"}},
+    {kCannotFail, "UnlockServiceDatabase w", {kCloses, "database lock"}},
 
     // The security authority and network management.
-    {kStatus, "LsaOpenPolicy {hhu}{nwwnww}n", opensAt(3, Account::kHandle), kStatusLacks},
-    {kStatus, "LsaClose w", closes(0, Account::kHandle), kStatusLacks},
-    {kStatus, "LsaEnumerateAccountRights ws", opensAt(2, Account::kLsaMemory), kStatusLacks},
-    {kCannotFail, "LsaFreeMemory w", closes(0, Account::kLsaMemory)},
-    {kStatus, "NetGetDCName uu", opensAt(2, "network buffer")},
-    {kCannotFail, "NetApiBufferFree w", closes(0, "network buffer")},
+    {kStatus, "LsaOpenPolicy {hhu}{nwwnww}n", {kOpensAt, Account::kHandle, 3}, kStatusLacks},
+    {kStatus, "LsaClose w", {kCloses, Account::kHandle}, kStatusLacks},
+    {kStatus,
+     "LsaEnumerateAccountRights ws",
+     {kOpensAt, "memory of the authority", 2},
+     kStatusLacks},
+    {kCannotFail, "LsaFreeMemory w", {kCloses, "memory of the authority"}},
+    {kStatus, "NetGetDCName uu", {kOpensAt, "network buffer", 2}},
+    {kCannotFail, "NetApiBufferFree w", {kCloses, "network buffer"}},
 
     // The shell and its objects. The allocator that owns the item lists is always there.
-    {kCannotFail, "SHGetMalloc", opensInterface(0, "IMalloc::")},
-    {kStatus, "CoCreateInstance -pn", opensInterface(4, "IShellLinkA::"), kComLacks},
-    {kStatus, "IShellLinkA::QueryInterface@0", opensInterface(2, "IPersistFile::"), kComLacks},
+    {kCannotFail, "SHGetMalloc", {kOpensAt, "interface", 0, 1, "IMalloc::"}},
+    {kStatus, "CoCreateInstance -pn", {kOpensAt, "interface", 4, 1, "IShellLinkA::"}, kComLacks},
+    {kStatus,
+     "IShellLinkA::QueryInterface@0",
+     {kOpensAt, "interface", 2, 1, "IPersistFile::"},
+     kComLacks},
     {kCannotFail,
      "IMalloc::Release@2; IPersistFile::Release@2; IShellLinkA::Release@2",
-     closes(0, "interface")},
-    {kStatus, "SHGetSpecialFolderLocation wn", opensAt(2, "item list"), kComLacks},
-    {kCannotFail, "IMalloc::Free@5", closes(1, "item list")},
+     {kCloses, "interface"}},
+    {kStatus, "SHGetSpecialFolderLocation wn", {kOpensAt, "item list", 2}, kComLacks},
+    {kCannotFail, "IMalloc::Free@5", {kCloses, "item list", 1}},
     {kStatus,
      "CoInitialize; IPersistFile::Save@6 -un; IShellLinkA::SetArguments@11 -t; "
      "IShellLinkA::SetIconLocation@17 -tn; IShellLinkA::SetPath@20 -t; "
@@ -116,21 +123,21 @@ constexpr Row kRows[] = {
      kComLacks},
 
     // The C runtime's heap. realloc closes and opens; the heap guard books it.
-    {kZero, "calloc; malloc; realloc", opensResult(Account::kHeapBlock)},
-    {kCannotFail, "free", closes(0, Account::kHeapBlock)},
+    {kZero, "calloc; malloc; realloc", {kOpensResult, Account::kHeapBlock}},
+    {kCannotFail, "free", {kCloses, Account::kHeapBlock}},
 
     // JNI. In C++ the variadic calls go through the entries that end in V. Characters are released
     // once for each time that they were asked for, also when the JVM gave none.
     {kThrows,
      "CallObjectMethodV@35; FindClass@6 -t; GetObjectArrayElement@173; GetObjectClass@31; "
      "NewByteArray@176; NewObjectArray@172 -n-p; NewObjectV@29; NewString@163 --n",
-     opensResult(Account::kLocalReference)},
-    {kCleansUp, "ExceptionOccurred@15", opensResult(Account::kLocalReference)},
-    {kCleansUp, "DeleteLocalRef@23", closes(1, Account::kLocalReference)},
-    {kThrows, "NewGlobalRef@21", opensResult("global reference")},
-    {kCleansUp, "DeleteGlobalRef@22", closes(1, "global reference")},
-    {kThrows, "GetStringChars@165", asksFor(1, "pinned string")},
-    {kCleansUp, "ReleaseStringChars@166", closes(1, "pinned string")},
+     {kOpensResult, Account::kLocalReference}},
+    {kCleansUp, "ExceptionOccurred@15", {kOpensResult, Account::kLocalReference}},
+    {kCleansUp, "DeleteLocalRef@23", {kCloses, Account::kLocalReference, 1}},
+    {kThrows, "NewGlobalRef@21", {kOpensResult, "global reference"}},
+    {kCleansUp, "DeleteGlobalRef@22", {kCloses, "global reference", 1}},
+    {kThrows, "GetStringChars@165", {kAsksFor, "pinned string", 1}},
+    {kCleansUp, "ReleaseStringChars@166", {kCloses, "pinned string", 1}},
     {kThrows,
      "CallBooleanMethodV@38; CallIntMethodV@50; CallVoidMethodV@62; GetByteArrayRegion@200; "
      "GetMethodID@33 --t; GetStaticFieldID@144 --t; GetStringRegion@220; SetByteArrayRegion@208; "
@@ -171,7 +178,7 @@ constexpr Row kRows[] = {
      "GetSystemDirectory* -n; GetTempFileNameA ttn; GetTempPath* n; GetTokenInformation wnpn; "
      "GetUserObjectSecurity wipn; GetVersionEx* i; GetVolumeInformation* tp-p---n; "
      "GetWindowsDirectory* -n; ImpersonateLoggedOnUser w; InitializeAcl -nn; "
-     "InitializeSecurityDescriptor; IsValidSecurityDescriptor; "
+     "InitializeSecurityDescriptor; IsValidSecurityDescriptor; LoadLibraryW t; "
      "LookupAccountName* ttpi-i; LookupAccountSidW tw-i-i; LookupPrivilegeValueA tt; MoveFileA tt; "
      "MoveFileExW ttn; MultiByteToWideChar nn-n-n; PeekNamedPipe wpnp-p; "
      "QueryServiceConfig2W -npn; QueryServiceConfigW -pn; QueryServiceStatus w; "

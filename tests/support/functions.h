@@ -33,22 +33,6 @@ struct Effect {
   std::string_view methods = {};
 };
 
-constexpr Effect opensResult(std::string_view account) {
-  return {Effect::Move::kOpensResult, account};
-}
-constexpr Effect opensAt(int argument, std::string_view account, int items = 1) {
-  return {Effect::Move::kOpensAt, account, argument, items};
-}
-constexpr Effect opensInterface(int argument, std::string_view methods) {
-  return {Effect::Move::kOpensAt, "interface", argument, 1, methods};
-}
-constexpr Effect asksFor(int argument, std::string_view account) {
-  return {Effect::Move::kAsksFor, account, argument};
-}
-constexpr Effect closes(int argument, std::string_view account) {
-  return {Effect::Move::kCloses, account, argument};
-}
-
 /// How a function tells that it failed.
 enum class Failure {
   /// Not hooked at all: it neither fails nor concerns any account (memcpy), or it must see the

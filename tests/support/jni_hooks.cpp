@@ -25,35 +25,29 @@ std::deque<HookedFunction> natives;
 const HookedFunction* running = nullptr;
 std::wstring returned;
 
-std::wstring textOf(JNIEnv* env, jobject object) {
-  jclass const type = jni->FindClass(env, "java/lang/String");
-  const bool isText = jni->IsInstanceOf(env, object, type) != JNI_FALSE;
-  jni->DeleteLocalRef(env, type);
-  if (!isText) {
-    return L"an object";
-  }
-  auto* const text = static_cast<jstring>(object);
+std::wstring textOf(JNIEnv* env, jstring text) {
   std::wstring units(static_cast<size_t>(jni->GetStringLength(env, text)), L'\0');
-  jni->GetStringRegion(env,
-                       text,
-                       0,
-                       static_cast<jsize>(units.size()),
-                       reinterpret_cast<jchar*>(units.data()));
+  auto* const begin = reinterpret_cast<jchar*>(units.data());
+  jni->GetStringRegion(env, text, 0, static_cast<jsize>(units.size()), begin);
   return units.empty() ? L"''" : units;
 }
 
+/// Empty for null, 0 and false.
 std::wstring describe(JNIEnv* env, char type, uint64_t result) {
+  const auto number = [](int64_t value) { return value == 0 ? L"" : std::to_wstring(value); };
   switch (type) {
     case 'V':
       return L"";
     case 'Z':
       return (result & 0xFF) != 0 ? L"true" : L"";
     case 'I':
-      return static_cast<jint>(result) != 0 ? std::to_wstring(static_cast<jint>(result)) : L"";
+      return number(static_cast<jint>(result));
     case 'J':
-      return result != 0 ? std::to_wstring(static_cast<jlong>(result)) : L"";
+      return number(static_cast<jlong>(result));
+    case HookedFunction::kText:
+      return result == 0 ? L"" : textOf(env, reinterpret_cast<jstring>(result));
     default:
-      return result != 0 ? textOf(env, reinterpret_cast<jobject>(result)) : L"";
+      return result == 0 ? L"" : L"an object";
   }
 }
 
@@ -106,7 +100,8 @@ onBind(jvmtiEnv* jvmti, JNIEnv* env, jthread, jmethodID method, void* address, v
     jvmti->GetMethodName(method, &name, &signature, nullptr);
     const std::string types = taken(jvmti, signature);
     natives.push_back({taken(jvmti, name), address, beforeNative, afterNative});
-    natives.back().type = types[types.find(')') + 1];
+    natives.back().type =
+        types.ends_with(")Ljava/lang/String;") ? HookedFunction::kText : types[types.find(')') + 1];
     *newAddress = const_cast<void*>(makeStub(natives.back()));
   }
 }

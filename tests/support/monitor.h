@@ -35,9 +35,6 @@ struct Prepared {
     kFinds,
   };
 
-  /// How the call begins as it is shown: the name of a function, perhaps with arguments; or "any
-  /// call" and "any JNI call" that can fail.
-  std::wstring call;
   Kind kind = Kind::kFails;
   /// Of a failure, which of these calls it is, from 1. Answers are used up in their order.
   uint32_t nth = 1;
@@ -46,6 +43,9 @@ struct Prepared {
   uint64_t result = 0;
   uint32_t error = 0;
   std::vector<std::pair<int, std::string>> writes = {};
+  /// How the call begins as it is shown: the name of a function, perhaps with arguments; or "any
+  /// call" and "any JNI call" that can fail.
+  std::wstring call = {};
   uint32_t seen = 0;
 
   static constexpr uint32_t kNoError = ~uint32_t{0};

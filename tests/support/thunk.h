@@ -33,8 +33,10 @@ struct HookedFunction {
   const void* (*before)(Call&);
   void (*after)(Call&);
   Function facts = {};
-  /// Of a native: the letter of its result in Java's signature.
+  /// Of a native: the letter of its result in Java's signature, or that of a text.
   char type = 'V';
+
+  static constexpr char kText = 'T';
 };
 
 /// Makes the address to call instead of `function.original`. Both live until the process ends.

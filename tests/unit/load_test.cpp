@@ -18,48 +18,36 @@ HRESULT comState() {
   return state;
 }
 
-HMODULE loadLibrary() {
-  HMODULE const library = LoadLibraryA("corvane_win32.dll");
-  EXPECT_NE(library, nullptr);
-  return library;
-}
-
-/// COM is started thread by thread, and on this program's first one the library's own objects have
-/// done so already.
-void onFreshThread(DWORD(WINAPI* work)(void*)) {
-  HANDLE const thread = CreateThread(nullptr, 0, work, nullptr, 0, nullptr);
-  WaitForSingleObject(thread, INFINITE);
-  CloseHandle(thread);
-}
-
-// Loading it starts COM on the loading thread, and unloading ends that start and no other.
+/// Loading it starts COM on the loading thread, and unloading ends that start and no other.
 DWORD WINAPI startAndEnd(void* /*unused*/) {
   EXPECT_EQ(comState(), S_OK);
-  HMODULE const library = loadLibrary();
+  HMODULE const library = LoadLibraryA("corvane_win32.dll");
   EXPECT_EQ(comState(), S_FALSE);
-  FreeLibrary(library);
+  EXPECT_NE(FreeLibrary(library), FALSE);
   EXPECT_EQ(comState(), S_OK);
   return 0;
 }
 
-// A thread in a multi-threaded apartment makes the start fail; the end is told to COM all the same,
-// once.
+/// A thread in a multi-threaded apartment makes the start fail; the end is told to COM all the
+/// same, once.
 DWORD WINAPI endAlone(void* /*unused*/) {
   CoInitializeEx(nullptr, COINIT_MULTITHREADED);
   CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-  FreeLibrary(loadLibrary());
+  EXPECT_NE(FreeLibrary(LoadLibraryA("corvane_win32.dll")), FALSE);
   EXPECT_EQ(comState(), RPC_E_CHANGED_MODE);
   CoUninitialize();
   EXPECT_EQ(comState(), S_OK);
   return 0;
 }
 
-TEST(LibraryLoad, StartsComAndEndsItAgain) {
-  onFreshThread(startAndEnd);
-}
-
-TEST(LibraryLoad, EndsComOnceAlsoWhenItsStartFailed) {
-  onFreshThread(endAlone);
+/// COM is started thread by thread, and on this program's first one the library's own objects have
+/// done so already.
+TEST(LibraryLoad, StartsComAndEndsThatStart) {
+  for (const auto work : {startAndEnd, endAlone}) {
+    HANDLE const thread = CreateThread(nullptr, 0, work, nullptr, 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+  }
 }
 
 // One reference, which nobody else can give back.

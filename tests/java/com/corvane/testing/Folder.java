@@ -1,7 +1,8 @@
 package com.corvane.testing;
 
+import static com.corvane.testing.Outcome.sure;
+
 import java.io.IOException;
-import java.io.UncheckedIOException;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.LinkOption;
@@ -37,7 +38,7 @@ public final class Folder {
 
     /** Takes everything away and makes the folder anew. */
     public void clear() {
-        doing(() -> {
+        sure(() -> {
             for (Path entry : Files.exists(path, LinkOption.NOFOLLOW_LINKS) ? all() : List.<Path>of()) {
                 Files.setAttribute(entry, "dos:readonly", false, LinkOption.NOFOLLOW_LINKS);
                 Files.delete(entry);
@@ -53,7 +54,7 @@ public final class Folder {
 
     /** A file with this content; folders on the way are made. Gives its path. */
     public String file(String name, String content) {
-        return doing(() -> {
+        return sure(() -> {
             Path file = Path.of(path(name));
             Files.createDirectories(file.getParent());
             return Files.writeString(file, content).toString();
@@ -61,7 +62,7 @@ public final class Folder {
     }
 
     public String folder(String name) {
-        return doing(() -> Files.createDirectories(Path.of(path(name))).toString());
+        return sure(() -> Files.createDirectories(Path.of(path(name))).toString());
     }
 
     public boolean has(String name) {
@@ -70,11 +71,11 @@ public final class Folder {
 
     /** Windows' attribute mask. */
     public int attributes(String name) {
-        return doing(() -> (Integer) Files.getAttribute(Path.of(path(name)), "dos:attributes"));
+        return sure(() -> (Integer) Files.getAttribute(Path.of(path(name)), "dos:attributes"));
     }
 
     public void setAttributes(String name, int attributes) {
-        doing(() -> {
+        sure(() -> {
             Path file = Path.of(path(name));
             Files.setAttribute(file, "dos:readonly", (attributes & READ_ONLY) != 0);
             return Files.setAttribute(file, "dos:hidden", (attributes & HIDDEN) != 0);
@@ -84,13 +85,10 @@ public final class Folder {
     /** All files with their contents, a byte for each character, and all folders, however deep and in order. */
     public Map<String, String> state() {
         Map<String, String> state = new TreeMap<>();
-        doing(() -> {
-            for (Path entry : all()) {
-                state.put(path.relativize(entry).toString(), Files.isRegularFile(entry)
-                        ? Files.readString(entry, StandardCharsets.ISO_8859_1) : "a folder");
-            }
-            return null;
-        });
+        for (Path entry : sure(this::all)) {
+            state.put(path.relativize(entry).toString(), Files.isRegularFile(entry)
+                    ? sure(() -> Files.readString(entry, StandardCharsets.ISO_8859_1)) : "a folder");
+        }
         return state;
     }
 
@@ -98,18 +96,6 @@ public final class Folder {
     private List<Path> all() throws IOException {
         try (var found = Files.walk(path)) {
             return found.sorted(Comparator.reverseOrder()).toList();
-        }
-    }
-
-    private interface Work<T> {
-        T run() throws IOException;
-    }
-
-    private static <T> T doing(Work<T> work) {
-        try {
-            return work.run();
-        } catch (IOException failure) {
-            throw new UncheckedIOException(failure);
         }
     }
 }

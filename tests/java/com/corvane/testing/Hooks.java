@@ -4,7 +4,6 @@ import com.sun.jna.JNIEnv;
 import com.sun.jna.Native;
 import com.sun.jna.WString;
 import java.util.List;
-import java.util.stream.IntStream;
 import java.util.stream.Stream;
 
 /**
@@ -41,52 +40,29 @@ public final class Hooks {
     /** For {@link #fail}: the call fails, and the last error is 0. */
     static final int NO_ERROR = -1;
 
-    private static final int FAILS = 0;
-    private static final int ANSWERS = 1;
-    private static final int FINDS = 2;
-    private static final int PROC_NOT_FOUND = 127;
-
-    /** What comes of a call, in the words of {@code Prepared}. */
-    private static native void prepare(String call, int kind, int nth, int always, long result, int error);
-
-    /** What the last one that was prepared writes to where an argument points. */
-    private static native void writeTo(int argument, byte[] data, int size);
-
     /**
      * Makes the n-th call of a function fail, from 1, and perhaps those after it: with this error, 0 being the
-     * one that fits, or as the JVM would fail it.
+     * one that fits, or as the JVM would fail it. Arguments may follow the function, as calls are shown.
      */
-    public static void fail(String function, int nth, int error, boolean andAllLater) {
-        prepare(function, FAILS, nth, andAllLater ? 1 : 0, 0, error);
-    }
-
-    /** In the data of an answer, with a number added: the place so many bytes behind where they are written. */
-    static final long HERE = 0x5CE4E00000000L;
-
-    /**
-     * Answers one call of a function in Windows' place, or every later one: writes {@code data} to where the
-     * arguments with these indexes point and leaves this last error; 0: the last error stays as it is. Answers
-     * are used up in order.
-     */
-    public static void answer(String function, long result, int lastError, boolean always, int[] arguments,
-            byte[][] data) {
-        prepare(function, ANSWERS, 1, always ? 1 : 0, result, lastError);
-        IntStream.range(0, data.length).forEach(at -> writeTo(arguments[at], data[at], data[at].length));
-    }
-
-    /** What RegQueryValueEx finds, at its next call or, for the last one given, from then on. */
-    static void answerValue(String function, int type, byte[] data) {
-        for (int always = 0; always <= 1; ++always) {
-            prepare(function, FINDS, 1, always, type, 0);
-            writeTo(0, data, data.length);
-        }
-    }
+    public static native void fail(String call, int nth, int error, boolean andAllLater);
 
     /** A function that GetProcAddress does not find, as on a Windows too old for it; it must be asked for. */
-    static void hide(String function) {
-        fail("GetProcAddress\t" + function, 1, PROC_NOT_FOUND, false);
-        fail("GetProcAddress\t" + function, 1, PROC_NOT_FOUND, true);
-    }
+    static native void hide(String function);
+
+    /**
+     * Answers one call of a function in Windows' place, or every later one, and leaves this last error; 0: it
+     * stays as it is. Answers are used up in order.
+     */
+    public static native void answer(String call, long result, int lastError, boolean always);
+
+    /** The last answer writes these data to where an argument points. */
+    public static native void writeTo(int argument, byte[] data, int size);
+
+    /** In these data, with a number added: the place so many bytes behind where they are written. */
+    static final long HERE = 0x5CE4E00000000L;
+
+    /** What a query of a registry value finds, at its next call or, for the last one given, from then on. */
+    static native void findValue(String function, int type, byte[] data, int size);
 
     /** How many of the calls so far could have been made to fail. */
     public static native int failable(boolean jni);

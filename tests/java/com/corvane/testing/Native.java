@@ -1,5 +1,7 @@
 package com.corvane.testing;
 
+import static com.corvane.testing.Outcome.sure;
+
 import com.corvane.util.FileAttributes;
 import com.corvane.wizard.platform.win32.win32service.Win2kSCAction;
 import com.corvane.wizard.service.ServiceException;
@@ -12,6 +14,7 @@ import java.util.Collections;
 import java.util.Enumeration;
 import java.util.HexFormat;
 import java.util.List;
+import java.util.Map;
 import java.util.Optional;
 import java.util.regex.MatchResult;
 import java.util.regex.Pattern;
@@ -28,6 +31,7 @@ final class Native {
                     "Win32RegistryServiceImpl", "Win32SecurityServiceImpl", "Win32ServiceImpl",
                     "Win32SystemUtilServiceImpl", "Win32WizardInitializeServiceImpl", "environment.WindowsEnvironment",
                     "security.WindowsAccountPrivilegeServiceImpl");
+    private static final Map<String, Boolean> TRUTHS = Map.of("true", true, "false", false);
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
     /** A list is one argument. */
@@ -57,65 +61,47 @@ final class Native {
     }
 
     private static Class<?> classOf(String service) {
-        try {
-            return Class.forName("com.corvane.wizard.platform.win32." + service);
-        } catch (ClassNotFoundException failure) {
-            throw new AssertionError(failure);
-        }
+        return sure(() -> Class.forName("com.corvane.wizard.platform.win32." + service));
     }
 
     private Object argument(Class<?> type, String word) {
-        if (word.equals("null")) {
-            return null;
-        } else if (type == String.class) {
-            return stage.real(unquoted(word));
-        } else if (type == int.class) {
-            return ROOTS.contains(word) ? ROOTS.indexOf(word) + 1 : (Object) (int) Words.number(word);
-        } else if (type == long.class) {
-            return Words.number(word);
-        } else if (type == boolean.class) {
-            return switch (word) {
-                case "true" -> true;
-                case "false" -> false;
-                default -> throw new AssertionError("neither true nor false: " + word);
-            };
-        } else if (type == byte[].class) {
-            return Words.bytes(word);
-        } else if (type == Win2kSCAction.class) {
-            String[] numbers = word.split("/");
-            return new Win2kSCAction(Integer.parseInt(numbers[0]), Integer.parseInt(numbers[1]));
-        }
-        List<String> items = items(word);
-        String[] texts = items.stream().map(item -> item.equals("null") ? null : stage.real(unquoted(item)))
-                .toArray(String[]::new);
-        if (type == String[].class) {
-            return texts;
-        } else if (type == Object.class) {
-            return new Requested(Arrays.asList(texts));
-        } else if (type == Enumeration.class) {
-            return Collections.enumeration(Arrays.asList(texts));
-        }
-        return type == FileAttributes.class ? attributes(items) : record(type, items);
+        return word.equals("null") ? null : switch (type.getSimpleName()) {
+            case "String" -> text(word);
+            case "int" -> ROOTS.contains(word) ? ROOTS.indexOf(word) + 1 : (int) Words.number(word);
+            case "long" -> Words.number(word);
+            case "boolean" -> TRUTHS.get(word);
+            case "byte[]" -> Words.bytes(word);
+            case "Win2kSCAction" -> action(word.split("/"));
+            case "String[]" -> texts(word).toArray(String[]::new);
+            case "Object" -> new Requested(texts(word));
+            case "Enumeration" -> Collections.enumeration(texts(word));
+            case "FileAttributes" -> attributes(items(word));
+            default -> record(type, items(word));
+        };
+    }
+
+    private String text(String word) {
+        return word.equals("null") ? null : stage.real(word.replace("'", ""));
+    }
+
+    private List<String> texts(String list) {
+        return items(list).stream().map(this::text).collect(Collectors.toList());
+    }
+
+    private static Win2kSCAction action(String[] numbers) {
+        return new Win2kSCAction(Integer.parseInt(numbers[0]), Integer.parseInt(numbers[1]));
     }
 
     /** {@code [startType=2, action=1/500]}: each is set, or added. */
     private Object record(Class<?> type, List<String> items) {
-        try {
-            Object record = type.getConstructor().newInstance();
-            for (String item : items) {
-                String[] parts = item.split("=", 2);
-                Method setter = Arrays.stream(type.getMethods())
-                        .filter(method -> method.getName().matches("(?i)(set|add)" + parts[0])).findAny().orElseThrow();
-                setter.invoke(record, argument(setter.getParameterTypes()[0], parts[1]));
-            }
-            return record;
-        } catch (ReflectiveOperationException failure) {
-            throw new AssertionError(failure);
+        Object record = sure(() -> type.getConstructor().newInstance());
+        for (String item : items) {
+            String[] parts = item.split("=", 2);
+            Method setter = Arrays.stream(type.getMethods())
+                    .filter(method -> method.getName().matches("(?i)(set|add)" + parts[0])).findAny().orElseThrow();
+            sure(() -> setter.invoke(record, argument(setter.getParameterTypes()[0], parts[1])));
         }
-    }
-
-    private static String unquoted(String word) {
-        return word.replace("'", "");
+        return record;
     }
 
     /** {@code [a, b]}, and {@code a+b} within a list. */
@@ -127,34 +113,26 @@ final class Native {
 
     private static FileAttributes attributes(List<String> names) {
         FileAttributes attributes = new FileAttributes();
-        for (String name : names) {
-            attributes.setAttributeState(constant(name), true);
-        }
+        names.forEach(name -> attributes.setAttributeState(constant(name), true));
         return attributes;
     }
 
     private static int constant(String name) {
-        try {
-            return FileAttributes.class.getField(name).getInt(null);
-        } catch (ReflectiveOperationException failure) {
-            throw new AssertionError("no attribute has this name: " + name, failure);
-        }
+        return sure(() -> FileAttributes.class.getField(name).getInt(null));
     }
 
     /** What the call comes to, as a scene writes it. */
     String outcome() {
-        String outcome;
-        try {
+        return stage.shown(sure(() -> {
             Object service = request.isPresent() ? request.get().service()
                     : method.getDeclaringClass().getConstructor().newInstance();
-            Object result = method.invoke(service, arguments);
-            outcome = method.getReturnType() == void.class ? "done" : shown(result);
-        } catch (InvocationTargetException thrown) {
-            outcome = shown(thrown.getCause());
-        } catch (ReflectiveOperationException failure) {
-            throw new AssertionError(failure);
-        }
-        return stage.shown(outcome);
+            try {
+                Object result = method.invoke(service, arguments);
+                return method.getReturnType() == void.class ? "done" : shown(result);
+            } catch (InvocationTargetException thrown) {
+                return shown(thrown.getCause());
+            }
+        }));
     }
 
     /** What the program that it ran was told, as a scene writes it after the outcome. */

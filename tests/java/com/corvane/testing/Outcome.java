@@ -1,6 +1,9 @@
 package com.corvane.testing;
 
 import com.corvane.wizard.service.ServiceException;
+import java.io.IOException;
+import java.io.UncheckedIOException;
+import java.util.concurrent.Callable;
 
 /** What a call threw; null for nothing. */
 public record Outcome(Throwable thrown) {
@@ -9,6 +12,17 @@ public record Outcome(Throwable thrown) {
     @FunctionalInterface
     public interface Action {
         void run() throws Exception;
+    }
+
+    /** What work gives that can fail only when the test itself is wrong. */
+    static <T> T sure(Callable<T> work) {
+        try {
+            return work.call();
+        } catch (IOException failure) {
+            throw new UncheckedIOException(failure);
+        } catch (Exception failure) {
+            throw new AssertionError(failure);
+        }
     }
 
     public static Outcome ofVoid(Action action) {

@@ -3,7 +3,6 @@ package com.corvane.testing;
 import com.corvane.testing.Words.Word;
 import com.sun.jna.Native;
 import com.sun.jna.Pointer;
-import com.sun.jna.platform.win32.Kernel32;
 import java.io.ByteArrayOutputStream;
 import java.util.Comparator;
 import java.util.HashMap;
@@ -47,17 +46,13 @@ public final class Plan {
         Matcher failure = FAILURE.matcher(first);
         if (first.equals("no")) {
             Hooks.hide(fullName(name, system));
-        } else if (first.equals("module")) {
-            Pointer loaded = Kernel32.INSTANCE
-                    .LoadLibraryEx(System.getProperty("corvane.test.support"), null, 0).getPointer();
-            Hooks.answer("LoadLibraryExA\t" + name, Pointer.nativeValue(loaded), 0, false, new int[0], new byte[0][]);
         } else if (first.equals("memory")) {
             byte[] data = data(entry.subList(2, entry.size()), !system.isAnsi());
             addresses.put(name, Native.malloc(data.length));
             new Pointer(addresses.get(name)).write(0, data, 0, data.length);
         } else if (first.equals("value")) {
-            Hooks.answerValue(system.function("RegQueryValueEx"), (int) Words.number(name),
-                    data(entry.subList(2, entry.size()), !system.isAnsi()));
+            byte[] data = data(entry.subList(2, entry.size()), !system.isAnsi());
+            Hooks.findValue(system.function("RegQueryValueEx"), (int) Words.number(name), data, data.length);
         } else if (failure.matches()) {
             fail(failure);
         } else if (first.endsWith(":")) {
@@ -88,12 +83,12 @@ public final class Plan {
         if (!result.matches()) {
             throw new AssertionError("not understood as an answer of " + function + ": " + parts.get(0).get(1).text());
         }
-        List<List<Word>> writes = parts.subList(1, parts.size());
-        int[] places = writes.stream().mapToInt(write -> Integer.parseInt(write.get(0).text())).toArray();
-        byte[][] data = writes.stream()
-                .map(write -> data(write.subList(1, write.size()), function.endsWith("W"))).toArray(byte[][]::new);
         int error = result.group(2) == null ? 0 : Integer.parseInt(result.group(2));
-        Hooks.answer(function, Words.number(result.group(1)), error, !result.group(3).isEmpty(), places, data);
+        Hooks.answer(function, Words.number(result.group(1)), error, !result.group(3).isEmpty());
+        for (List<Word> write : parts.subList(1, parts.size())) {
+            byte[] data = data(write.subList(1, write.size()), function.endsWith("W"));
+            Hooks.writeTo(Integer.parseInt(write.get(0).text()), data, data.length);
+        }
     }
 
     /** What the words say, one after the other. */

@@ -2,11 +2,13 @@ package com.corvane.testing;
 
 import com.sun.jna.Memory;
 import com.sun.jna.NativeLibrary;
-import com.sun.jna.Pointer;
 import com.sun.jna.WString;
 import com.sun.jna.platform.win32.Advapi32Util;
+import com.sun.jna.platform.win32.WinNT;
+import com.sun.jna.platform.win32.WinReg;
+import com.sun.jna.platform.win32.WinReg.HKEY;
+import com.sun.jna.platform.win32.WinReg.HKEYByReference;
 import com.sun.jna.ptr.IntByReference;
-import com.sun.jna.ptr.PointerByReference;
 import java.util.Arrays;
 import java.util.function.Function;
 import java.util.stream.Stream;
@@ -19,13 +21,9 @@ public final class RawRegistry {
     /** Where the tests work; the extension makes it anew for every test. */
     public static final String KEY = "Software\\Corvane\\Test Bed";
 
-    static final Pointer USER = new Pointer(0x80000001L);
-    static final Pointer MACHINE = new Pointer(0x80000002L);
-
     private static final int CREATE_LINK = 2;
     private static final int OPEN_LINK = 8;
     private static final int LINK = 6;
-    private static final int ALL_ACCESS = 0xF003F;
 
     /** As the system itself calls the user's key. */
     private static final String USER_NAME = Advapi32Util.getAccountByName(Advapi32Util.getUserName()).sidString;
@@ -47,9 +45,10 @@ public final class RawRegistry {
     }
 
     /** Does this with a key, which is made where it is missing. */
-    private static <T> T in(String key, int options, Function<Pointer, T> work) {
-        PointerByReference opened = new PointerByReference();
-        require(call("RegCreateKeyExW", USER, new WString(key), 0, null, options, ALL_ACCESS, null, opened, null));
+    private static <T> T in(String key, int options, Function<HKEY, T> work) {
+        HKEYByReference opened = new HKEYByReference();
+        require(call("RegCreateKeyExW", WinReg.HKEY_CURRENT_USER, new WString(key), 0, null, options,
+                WinNT.KEY_ALL_ACCESS, null, opened, null));
         try {
             return work.apply(opened.getValue());
         } finally {
@@ -80,24 +79,15 @@ public final class RawRegistry {
     /** Deletes a key with everything in it, links themselves; one that is missing is no failure. */
     public static void deleteTree(String key) {
         in(key, OPEN_LINK, opened -> {
-            for (String name = subkey(opened, 0); name != null; name = subkey(opened, 0)) {
-                deleteTree(key + "\\" + name);
-            }
+            Stream.of(Advapi32Util.registryGetKeys(opened)).forEach(name -> deleteTree(key + "\\" + name));
             // RegDeleteKey would follow a link.
             require(NativeLibrary.getInstance("ntdll").getFunction("NtDeleteKey").invokeInt(new Object[] {opened}));
             return null;
         });
     }
 
-    /** Null when there are no more. */
-    private static String subkey(Pointer key, int index) {
-        IntByReference length = new IntByReference((int) NAME.size() / 2);
-        return call("RegEnumKeyExW", key, index, NAME, length, null, null, null, null) == 0
-                ? NAME.getWideString(0) : null;
-    }
-
     /** Its name, type and data; null when there are no more. */
-    private static String value(Pointer key, int index) {
+    private static String value(HKEY key, int index) {
         IntByReference length = new IntByReference((int) NAME.size() / 2);
         IntByReference type = new IntByReference();
         IntByReference size = new IntByReference((int) DATA.size());
@@ -111,12 +101,12 @@ public final class RawRegistry {
      * "user"; for none, both lead where they always do.
      */
     static void lead(String... keys) {
-        call("RegOverridePredefKey", USER, null);
-        call("RegOverridePredefKey", MACHINE, null);
+        call("RegOverridePredefKey", WinReg.HKEY_CURRENT_USER, null);
+        call("RegOverridePredefKey", WinReg.HKEY_LOCAL_MACHINE, null);
         if (keys.length != 0) {
             Stream.of(keys).forEach(key -> createKey(KEY + "\\" + key));
-            require(in(KEY + "\\machine", 0, key -> call("RegOverridePredefKey", MACHINE, key)));
-            require(in(KEY + "\\user", 0, key -> call("RegOverridePredefKey", USER, key)));
+            require(in(KEY + "\\machine", 0, key -> call("RegOverridePredefKey", WinReg.HKEY_LOCAL_MACHINE, key)));
+            require(in(KEY + "\\user", 0, key -> call("RegOverridePredefKey", WinReg.HKEY_CURRENT_USER, key)));
         }
     }
 
@@ -128,10 +118,7 @@ public final class RawRegistry {
             for (String value = value(opened, 0); value != null; value = value(opened, ++index)) {
                 text.append(value);
             }
-            index = 0;
-            for (String name = subkey(opened, 0); name != null; name = subkey(opened, ++index)) {
-                text.append(dump(key + "\\" + name));
-            }
+            Stream.of(Advapi32Util.registryGetKeys(opened)).forEach(name -> text.append(dump(key + "\\" + name)));
             return text.toString();
         });
     }

@@ -4,6 +4,7 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 
 import com.sun.jna.Memory;
 import com.sun.jna.WString;
+import com.sun.jna.platform.win32.WinReg;
 import com.sun.jna.ptr.IntByReference;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Path;
@@ -25,7 +26,7 @@ public final class Reboot {
 
     /** Nothing waits any more. */
     public static void forget() {
-        RawRegistry.call("RegDeleteKeyValueW", RawRegistry.MACHINE, MANAGER, PENDING);
+        RawRegistry.call("RegDeleteKeyValueW", WinReg.HKEY_LOCAL_MACHINE, MANAGER, PENDING);
         WIN_INIT.toFile().delete();
     }
 
@@ -33,7 +34,7 @@ public final class Reboot {
     public static List<String> pending() {
         IntByReference size = new IntByReference((int) DATA.size());
         int result = RawRegistry.call(
-                "RegGetValueW", RawRegistry.MACHINE, MANAGER, PENDING, ANY_TYPE, null, DATA, size);
+                "RegGetValueW", WinReg.HKEY_LOCAL_MACHINE, MANAGER, PENDING, ANY_TYPE, null, DATA, size);
         String text = new String(DATA.getByteArray(0, result == 0 ? size.getValue() : 0), StandardCharsets.UTF_16LE);
         List<String> pending = new ArrayList<>();
         String[] texts = text.replaceAll("(?<=^|\0)(!?)\\\\\\?\\?\\\\", "$1").split("\0", -1);

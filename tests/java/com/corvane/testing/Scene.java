@@ -27,10 +27,10 @@ final class Scene {
 
     private final String place;
     private final String line;
-    private final List<Windows> systems;
-    private final List<String> steps = new ArrayList<>();
+    final List<Windows> systems;
+    final List<String> steps = new ArrayList<>();
     private final Map<String, String> clauses;
-    private final Stage stage;
+    final Stage stage;
 
     /** {@code given} are the clauses that hold for all scenes around it. */
     Scene(String place, String line, Map<String, String> given) {
@@ -64,18 +64,6 @@ final class Scene {
             case "with" -> clauses.merge(keyword, text, (given, own) -> given + "; " + own);
             default -> clauses.put(keyword, text);
         }
-    }
-
-    List<Windows> systems() {
-        return systems;
-    }
-
-    List<String> steps() {
-        return steps;
-    }
-
-    Stage stage() {
-        return stage;
     }
 
     boolean has(String clause) {
@@ -130,12 +118,8 @@ final class Scene {
         List<String> differences = new ArrayList<>();
         prepare(system);
         String before = stage.files();
-        if (has("says")) {
-            compare(differences, "on the standard error stream", text("says"),
-                    StandardError.during(() -> call(differences)));
-        } else {
-            call(differences);
-        }
+        String said = StandardError.during(() -> call(differences));
+        compare(differences, "on the standard error stream", text("says"), said);
         if (has("calls")) {
             differences.addAll(new Calls(clause("calls"), system, stage).differences(false));
         }

@@ -7,8 +7,10 @@ import java.util.ArrayList;
 import java.util.HashMap;
 import java.util.List;
 import java.util.Map;
+import java.util.regex.MatchResult;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
+import java.util.stream.IntStream;
 import org.junit.jupiter.api.DynamicContainer;
 import org.junit.jupiter.api.DynamicTest;
 
@@ -35,7 +37,7 @@ final class SceneFile {
         DynamicContainer tests() {
             List<DynamicTest> tests = new ArrayList<>();
             for (Scene scene : scenes) {
-                for (Windows system : scene.systems()) {
+                for (Windows system : scene.systems) {
                     tests.add(DynamicTest.dynamicTest(scene.title() + " on " + system, () -> scene.play(system)));
                 }
             }
@@ -98,19 +100,15 @@ final class SceneFile {
 
     /** A line with {a|b} is two lines; the first of each such choice go together, and so on. */
     private static List<String> choices(String line) {
-        int[] counts = CHOICE.matcher(line).results().mapToInt(choice -> choice.group(1).split("\\|", -1).length)
-                .distinct().toArray();
-        if (counts.length == 0) {
-            return List.of(line);
-        } else if (counts.length > 1) {
+        List<Integer> counts = CHOICE.matcher(line).results().map(choice -> parts(choice).length).distinct().toList();
+        if (counts.size() > 1) {
             throw new AssertionError("choices of different lengths: " + line);
         }
-        List<String> lines = new ArrayList<>();
-        for (int index = 0; index < counts[0]; ++index) {
-            int at = index;
-            lines.add(CHOICE.matcher(line)
-                    .replaceAll(choice -> Matcher.quoteReplacement(choice.group(1).split("\\|", -1)[at])));
-        }
-        return lines;
+        return IntStream.range(0, counts.isEmpty() ? 1 : counts.get(0)).mapToObj(at -> CHOICE.matcher(line)
+                .replaceAll(choice -> Matcher.quoteReplacement(parts(choice)[at]))).toList();
+    }
+
+    private static String[] parts(MatchResult choice) {
+        return choice.group(1).split("\\|", -1);
     }
 }

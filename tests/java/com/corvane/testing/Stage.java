@@ -5,10 +5,10 @@ import com.corvane.wizard.platform.win32.Win32RegistryServiceImpl;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.util.ArrayList;
-import java.util.Arrays;
 import java.util.List;
 import java.util.Map;
 import java.util.stream.Collectors;
+import java.util.stream.Stream;
 
 /** Where a scene plays: a folder, which it calls "~", and a key of the registry, which it calls "KEY". */
 final class Stage {
@@ -51,13 +51,9 @@ final class Stage {
                 folder.folder(name[0]);
                 continue;
             }
-            List<String> parts = Arrays.asList(name[1].split(",", -1));
-            folder.file(name[0], parts.get(0));
-            int marks = 0;
-            for (String mark : parts.subList(1, parts.size())) {
-                marks |= 1 << MARKS.indexOf(mark);
-            }
-            folder.setAttributes(name[0], marks);
+            String[] parts = name[1].split(",", -1);
+            folder.file(name[0], parts[0]);
+            folder.setAttributes(name[0], Stream.of(parts).skip(1).mapToInt(mark -> 1 << MARKS.indexOf(mark)).sum());
         }
         if (usesRegistry) {
             RawRegistry.deleteTree(RawRegistry.KEY);
@@ -110,14 +106,10 @@ final class Stage {
         if (!usesFiles) {
             return "";
         }
-        try {
-            List<String> waits = new ArrayList<>(Reboot.pending());
-            if (Files.exists(Reboot.WIN_INIT)) {
-                waits.addAll(Files.readString(Reboot.WIN_INIT, Bytes.ANSI).lines().toList());
-            }
-            return shown(String.join("; ", waits));
-        } catch (IOException failure) {
-            throw new AssertionError(failure);
+        List<String> waits = new ArrayList<>(Reboot.pending());
+        if (Files.exists(Reboot.WIN_INIT)) {
+            waits.addAll(Outcome.sure(() -> Files.readAllLines(Reboot.WIN_INIT, Bytes.ANSI)));
         }
+        return shown(String.join("; ", waits));
     }
 }

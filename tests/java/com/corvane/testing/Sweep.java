@@ -68,8 +68,8 @@ final class Sweep {
     Sweep(Scene scene, Windows system) {
         this.scene = scene;
         this.system = system;
-        stage = scene.stage();
-        String[] words = scene.steps().get(0).split(" ", 3);
+        stage = scene.stage;
+        String[] words = scene.steps.get(0).split(" ", 3);
         code = words[1];
         call = words[2];
         rules = rules(scene.clause("after"));
@@ -110,7 +110,7 @@ final class Sweep {
 
     /** The folder, the key, and what the calls behind "then" come to. */
     private String state() {
-        return stage.state() + scene.steps().stream().skip(1).map(step -> new Native(step, stage).outcome())
+        return stage.state() + scene.steps.stream().skip(1).map(step -> new Native(step, stage).outcome())
                 .collect(Collectors.joining(", "));
     }
 

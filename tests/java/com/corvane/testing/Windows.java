@@ -37,8 +37,9 @@ public enum Windows {
         for (int size : new int[] {SHORT_RECORD, LONG_RECORD, WIDE_RECORD}) {
             boolean knows = size == LONG_RECORD ? knowsLongRecord : this != UNKNOWN;
             byte[] record = Arrays.copyOf(Bytes.number(size, major, minor, 0, platform), knows ? size : 0);
-            Hooks.answer("GetVersionEx" + (size == WIDE_RECORD ? "W\t" : "A\t") + size, knows ? 1 : 0,
-                    knows ? 0 : INSUFFICIENT_BUFFER, true, new int[] {0}, new byte[][] {record});
+            String call = "GetVersionEx" + (size == WIDE_RECORD ? "W\t" : "A\t") + size;
+            Hooks.answer(call, knows ? 1 : 0, knows ? 0 : INSUFFICIENT_BUFFER, true);
+            Hooks.writeTo(0, record, record.length);
         }
     }
 

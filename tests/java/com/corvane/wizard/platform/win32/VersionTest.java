@@ -75,8 +75,9 @@ class VersionTest {
             byte[] head = ("x\0004\000" + (char) (round % 2) + "\0" + NAME).getBytes(StandardCharsets.ISO_8859_1);
             System.arraycopy(head, 0, data, 0, round < 1000 ? Math.min(head.length, data.length) : 0);
             data[random.nextInt(round < 500 ? Math.min(round, 4) : data.length)] = (byte) random.nextInt();
-            Hooks.answer(system.function("GetFileVersionInfoSize"), data.length, 0, false, new int[0], new byte[0][]);
-            Hooks.answer(system.function("GetFileVersionInfo"), 1, 0, false, new int[] {3}, new byte[][] {data});
+            Hooks.answer(system.function("GetFileVersionInfoSize"), data.length, 0, false);
+            Hooks.answer(system.function("GetFileVersionInfo"), 1, 0, false);
+            Hooks.writeTo(3, data, data.length);
             assertTrue(text(data).contains(told(files.getFixedFileInfo("C:\\any"))), "round " + round);
         }
     }

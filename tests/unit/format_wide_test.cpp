@@ -1,27 +1,12 @@
-#include "bridge/win32/text.h"
+#include "bridge/win32/format_wide.h"
 
 #include <gtest/gtest.h>
 
 #include <utility>
 
-#include "bridge/win32/format_wide.h"
-
 using namespace corvane;
 
 namespace {
-
-TEST(Text, PathsEndInOneSeparator) {
-  const std::pair<WString, const wchar_t*> cases[] = {
-      {L"", L"\\"},
-      {L"C:\\", L"C:\\"},
-      {L"C:/a/", L"C:/a/"},
-      {L"C:/a", L"C:/a\\"},
-  };
-  for (auto [path, expected] : cases) {
-    appendPathSeparator(path);
-    EXPECT_EQ(path, expected);
-  }
-}
 
 TEST(FormatWide, MakesRoomForWhateverTheArgumentsBecome) {
   const std::pair<WString, WString> cases[] = {
@@ -39,21 +24,6 @@ TEST(FormatWide, MakesRoomForWhateverTheArgumentsBecome) {
   for (const auto& [text, expected] : cases) {
     EXPECT_EQ(text, expected);
   }
-}
-
-TEST(ByteBuffer, IsEmptyOrHasBoth) {
-  ByteBuffer buffer;
-  buffer.allocate(3, 2);
-  EXPECT_EQ(WString(buffer.data<wchar_t>(), 3), WString(3, L'\0'));
-  buffer.truncate(9);
-  EXPECT_EQ(buffer.byteLength(), 6U);
-  ByteBuffer moved = std::move(buffer);
-  EXPECT_EQ(moved.byteLength(), 6U);
-  // NOLINTNEXTLINE(bugprone-use-after-move,clang-analyzer-cplusplus.Move): empty is promised.
-  EXPECT_EQ(buffer.count() + buffer.elementSize(), 0U);
-  moved.allocate(3, 0);
-  EXPECT_EQ(moved.data(), nullptr);
-  EXPECT_EQ(moved.count() + moved.elementSize(), 0U);
 }
 
 }  // namespace
