@@ -209,12 +209,12 @@ constexpr Row kRows[] = {
      "wcstol"},
 };
 
-/// The name, perhaps with its place, and the signature.
-Function read(const Row& row, std::string_view text) {
+/// "Name@place signature", of which the place and the signature may be missing.
+Function functionOf(const Row& row, std::string_view text) {
   const size_t blank = std::min(text.find(' '), text.size());
   const size_t sign = std::min(text.find('@'), blank);
-  Function function{.name = text.substr(0, sign), .signature = text.substr(blank)};
-  function.signature.remove_prefix(function.signature.empty() ? 0 : 1);
+  Function function{.name = text.substr(0, sign)};
+  function.signature = text.substr(std::min(blank + 1, text.size()));
   std::from_chars(text.data() + std::min(sign + 1, blank), text.data() + blank, function.slot);
   function.failure = row.failure;
   function.effect = row.effect;
@@ -226,15 +226,15 @@ Function read(const Row& row, std::string_view text) {
 const std::vector<Function>& functions() {
   static const std::vector<Function> all = [] {
     constexpr std::string_view kSeparator = "; ";
-    std::vector<Function> read;
+    std::vector<Function> found;
     for (const Row& row : kRows) {
-      size_t end = 0;
-      for (size_t at = 0; at < row.functions.size(); at = end + kSeparator.size()) {
-        end = std::min(row.functions.find(kSeparator, at), row.functions.size());
-        read.push_back(bed::read(row, row.functions.substr(at, end - at)));
+      for (std::string_view rest = row.functions; !rest.empty();) {
+        const size_t end = std::min(rest.find(kSeparator), rest.size());
+        found.push_back(functionOf(row, rest.substr(0, end)));
+        rest.remove_prefix(std::min(end + kSeparator.size(), rest.size()));
       }
     }
-    return read;
+    return found;
   }();
   return all;
 }

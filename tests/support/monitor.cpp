@@ -20,6 +20,14 @@ const wchar_t* anyOf(const Call& call) {
   return call.function->facts.isOfJni() ? L"any JNI call" : L"any call";
 }
 
+/// Whether a call gets it now: a failure, when it is the n-th; an answer, until it is used up.
+bool comes(Prepared& entry, bool canFail) {
+  if (entry.kind != Kind::kFails) {
+    return entry.seen == 0 || entry.always;
+  }
+  return canFail && (++entry.seen == entry.nth || (entry.always && entry.seen > entry.nth));
+}
+
 void fail(Call& call, uint32_t named, LastErrorScope& lastError) {
   const Function& facts = call.function->facts;
   const uint32_t error = named != 0 ? named : facts.error;
@@ -104,13 +112,10 @@ Prepared* Monitor::due(const Call& call) {
   const bool canFail = call.function->facts.canFail();
   Prepared* due = nullptr;
   for (Prepared& entry : prepared) {
-    if (entry.call != anyOf(call) && !begins(calls.back(), entry.call)) {
-      continue;
-    }
-    if (entry.kind != Kind::kFails) {
-      const bool isFirst = due == nullptr || (due->kind != Kind::kFails && due->always);
-      due = isFirst && (entry.seen == 0 || entry.always) ? &entry : due;
-    } else if (canFail && (++entry.seen == entry.nth || (entry.always && entry.seen > entry.nth))) {
+    const bool isMeant = entry.call == anyOf(call) || begins(calls.back(), entry.call);
+    if (isMeant && comes(entry, canFail) &&
+        (entry.kind == Kind::kFails || due == nullptr ||
+         (due->kind != Kind::kFails && due->always))) {
       due = &entry;
     }
   }

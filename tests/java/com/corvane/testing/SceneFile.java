@@ -14,17 +14,7 @@ import java.util.stream.IntStream;
 import org.junit.jupiter.api.DynamicContainer;
 import org.junit.jupiter.api.DynamicTest;
 
-/**
- * A file of scenes:
- *
- * <pre>
- * let NAME = TEXT                      $NAME stands for the text from here on
- * CLAUSE                               holds for all scenes below the same heading, or of the file
- * # Heading
- * [SYSTEMS] NATIVE ARGUMENTS => OUTCOME  CLAUSES
- *   an indented line goes on with the one above
- * </pre>
- */
+/** A file of scenes; docs/architecture.md says how one is read. */
 final class SceneFile {
 
     private static final Pattern LET = Pattern.compile("let (\\w+) = (.*)");

@@ -5,10 +5,10 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import java.io.IOException;
-import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
 import java.util.List;
+import java.util.TreeSet;
 import org.junit.jupiter.api.DynamicContainer;
 import org.junit.jupiter.api.DynamicTest;
 import org.junit.jupiter.api.Tag;
@@ -36,12 +36,10 @@ class ScenesTest {
     private static List<DynamicContainer> scenesIn(Path folder) throws IOException {
         String wanted = System.getProperty("corvane.test.scene", "\\w+");
         List<DynamicContainer> tests = new ArrayList<>();
-        try (var files = Files.list(folder)) {
-            for (Path file : files.sorted().toList()) {
-                if (file.getFileName().toString().matches(wanted + "\\.txt")) {
-                    tests.add(DynamicContainer.dynamicContainer(file.getFileName().toString(),
-                            new SceneFile(file).sections().stream().map(SceneFile.Section::tests)));
-                }
+        for (String name : new TreeSet<>(List.of(folder.toFile().list()))) {
+            if (name.matches(wanted + "\\.txt")) {
+                tests.add(DynamicContainer.dynamicContainer(name,
+                        new SceneFile(folder.resolve(name)).sections().stream().map(SceneFile.Section::tests)));
             }
         }
         return tests;
