@@ -35,11 +35,11 @@ using enum Effect::Move;
 
 /// Functions of which the same is known, but for how their arguments are shown.
 struct Row {
-  Failure failure;
   /// "Name signature; ...". A star stands for the A and the W that end the names of a pair. Behind
   /// an @ is a method's place in the table of its interface, and that of a JNI function in JNI's.
   std::string_view functions;
-  Effect effect = {};
+  Effect effect;
+  Failure failure;
   uint32_t error = kLacks;
   bool (*applies)(const Call&) = nullptr;
 };
@@ -50,123 +50,126 @@ constexpr std::string_view kService = "service handle";
 
 constexpr Row kRows[] = {
     // The registry.
-    {kCannotFail, "RegCloseKey k", {kCloses, Account::kKey}},
-    {kStatus, "RegCreateKeyEx* -tnpnnp-p", {kOpensAt, Account::kKey, 7}},
-    {kStatus, "RegOpenKeyEx* ktnn", {kOpensAt, Account::kKey, 4}},
+    {"RegCloseKey k", {kCloses, Account::kKey}, kCannotFail},
+    {"RegCreateKeyEx* -tnpnnp-p", {kOpensAt, Account::kKey, 7}, kStatus},
+    {"RegOpenKeyEx* ktnn", {kOpensAt, Account::kKey, 4}, kStatus},
 
     // Memory and modules.
-    {kZero, "FormatMessage* nwnn-n", {kOpensAt, kBlock, 4}, kLacks, allocatesText},
-    {kStatus, "GetNamedSecurityInfoW tnnpppp", {kOpensAt, kBlock, 7}},
-    {kZero, "LocalAlloc nn", {kOpensResult, kBlock}},
-    {kCannotFail, "LocalFree w", {kCloses, kBlock}},
-    {kZero, "AllocateAndInitializeSid 6ynnnnnnnn", {kOpensAt, "SID", 10}},
-    {kCannotFail, "FreeSid w", {kCloses, "SID"}},
-    {kZero, "LoadLibraryEx* tpn", {kOpensResult, "module"}},
-    {kCannotFail, "FreeLibrary w", {kCloses, "module"}},
+    {"FormatMessage* nwnn-n", {kOpensAt, kBlock, 4}, kZero, kLacks, allocatesText},
+    {"GetNamedSecurityInfoW tnnpppp", {kOpensAt, kBlock, 7}, kStatus},
+    {"LocalAlloc nn", {kOpensResult, kBlock}, kZero},
+    {"LocalFree w", {kCloses, kBlock}, kCannotFail},
+    {"AllocateAndInitializeSid 6ynnnnnnnn", {kOpensAt, "SID", 10}, kZero},
+    {"FreeSid w", {kCloses, "SID"}, kCannotFail},
+    {"LoadLibraryEx* tpn", {kOpensResult, "module"}, kZero},
+    {"FreeLibrary w", {kCloses, "module"}, kCannotFail},
 
     // Handles. The ends of a pipe stand side by side in the library.
-    {kMinusOne, "CreateFile* tnnpnnw", {kOpensResult, Account::kHandle}},
-    {kZero, "CreateFileMappingA wpnnnp", {kOpensResult, Account::kHandle}},
-    {kCannotFail, "GetStdHandle n", {kOpensResult, Account::kHandle}, kLacks, isOfOutput},
-    {kZero, "CreatePipe --in", {kOpensAt, Account::kHandle, 0, 2}},
-    {kZero, "OpenProcessToken wn", {kOpensAt, Account::kHandle, 2}},
-    {kZero, "DuplicateHandle; OpenThreadToken wnn", {kOpensAt, Account::kHandle, 3}},
-    {kZero, "LogonUserA tttnn", {kOpensAt, Account::kHandle, 5}},
-    {kZero, "CreateProcessA ttppnnppl", {kOpensAt, Account::kHandle, 9, 2}},
-    {kZero,
-     "CreateProcessAsUserA wttppnnppl; CreateProcessWithLogonW tttnttnppl",
-     {kOpensAt, Account::kHandle, 10, 2}},
-    {kCannotFail, "CloseHandle w", {kCloses, Account::kHandle}},
-    {kMinusOne, "FindFirstFile* t", {kOpensResult, "search"}},
-    {kCannotFail, "FindClose w", {kCloses, "search"}},
-    {kZero, "MapViewOfFile -nnnw", {kOpensResult, "view"}},
-    {kCannotFail, "UnmapViewOfFile", {kCloses, "view"}},
-    {kZero, "OpenDesktopA tnnn; OpenWindowStationA tnn", {kOpensResult, kDesktop}},
-    {kCannotFail, "CloseDesktop w; CloseWindowStation w", {kCloses, kDesktop}},
+    {"CreateFile* tnnpnnw", {kOpensResult, Account::kHandle}, kMinusOne},
+    {"CreateFileMappingA wpnnnp", {kOpensResult, Account::kHandle}, kZero},
+    {"GetStdHandle n", {kOpensResult, Account::kHandle}, kCannotFail, kLacks, isOfOutput},
+    {"CreatePipe --in", {kOpensAt, Account::kHandle, 0, 2}, kZero},
+    {"OpenProcessToken wn", {kOpensAt, Account::kHandle, 2}, kZero},
+    {"DuplicateHandle; OpenThreadToken wnn", {kOpensAt, Account::kHandle, 3}, kZero},
+    {"LogonUserA tttnn", {kOpensAt, Account::kHandle, 5}, kZero},
+    {"CreateProcessA ttppnnppl", {kOpensAt, Account::kHandle, 9, 2}, kZero},
+    {"CreateProcessAsUserA wttppnnppl; CreateProcessWithLogonW tttnttnppl",
+     {kOpensAt, Account::kHandle, 10, 2},
+     kZero},
+    {"CloseHandle w", {kCloses, Account::kHandle}, kCannotFail},
+    {"FindFirstFile* t", {kOpensResult, "search"}, kMinusOne},
+    {"FindClose w", {kCloses, "search"}, kCannotFail},
+    {"MapViewOfFile -nnnw", {kOpensResult, "view"}, kZero},
+    {"UnmapViewOfFile", {kCloses, "view"}, kCannotFail},
+    {"OpenDesktopA tnnn; OpenWindowStationA tnn", {kOpensResult, kDesktop}, kZero},
+    {"CloseDesktop w; CloseWindowStation w", {kCloses, kDesktop}, kCannotFail},
 
     // Services.
-    {kZero,
-     "CreateServiceW -ttnnnnttpttt; OpenSCManagerW ppn; OpenServiceW -tn",
-     {kOpensResult, kService}},
-    {kCannotFail, "CloseServiceHandle w", {kCloses, kService}},
-    {kZero, "LockServiceDatabase w", {kOpensResult, "database lock"}},
-    {kCannotFail, "UnlockServiceDatabase w", {kCloses, "database lock"}},
+    {"CreateServiceW -ttnnnnttpttt; OpenSCManagerW ppn; OpenServiceW -tn",
+     {kOpensResult, kService},
+     kZero},
+    {"CloseServiceHandle w", {kCloses, kService}, kCannotFail},
+    {"LockServiceDatabase w", {kOpensResult, "database lock"}, kZero},
+    {"UnlockServiceDatabase w", {kCloses, "database lock"}, kCannotFail},
 
     // The security authority and network management.
-    {kStatus, "LsaOpenPolicy {hhu}{nwwnww}n", {kOpensAt, Account::kHandle, 3}, kStatusLacks},
-    {kStatus, "LsaClose w", {kCloses, Account::kHandle}, kStatusLacks},
-    {kStatus,
-     "LsaEnumerateAccountRights ws",
+    {"LsaOpenPolicy {hhu}{nwwnww}n", {kOpensAt, Account::kHandle, 3}, kStatus, kStatusLacks},
+    {"LsaClose w", {kCloses, Account::kHandle}, kStatus, kStatusLacks},
+    {"LsaEnumerateAccountRights ws",
      {kOpensAt, "memory of the authority", 2},
+     kStatus,
      kStatusLacks},
-    {kCannotFail, "LsaFreeMemory w", {kCloses, "memory of the authority"}},
-    {kStatus, "NetGetDCName uu", {kOpensAt, "network buffer", 2}},
-    {kCannotFail, "NetApiBufferFree w", {kCloses, "network buffer"}},
+    {"LsaFreeMemory w", {kCloses, "memory of the authority"}, kCannotFail},
+    {"NetGetDCName uu", {kOpensAt, "network buffer", 2}, kStatus},
+    {"NetApiBufferFree w", {kCloses, "network buffer"}, kCannotFail},
 
     // The shell and its objects. The allocator that owns the item lists is always there.
-    {kCannotFail, "SHGetMalloc", {kOpensAt, "interface", 0, 1, "IMalloc::"}},
-    {kStatus, "CoCreateInstance -pn", {kOpensAt, "interface", 4, 1, "IShellLinkA::"}, kComLacks},
-    {kStatus,
-     "IShellLinkA::QueryInterface@0",
+    {"SHGetMalloc", {kOpensAt, "interface", 0, 1, "IMalloc::"}, kCannotFail},
+    {"CoCreateInstance -pn", {kOpensAt, "interface", 4, 1, "IShellLinkA::"}, kStatus, kComLacks},
+    {"IShellLinkA::QueryInterface@0",
      {kOpensAt, "interface", 2, 1, "IPersistFile::"},
+     kStatus,
      kComLacks},
-    {kCannotFail,
-     "IMalloc::Release@2; IPersistFile::Release@2; IShellLinkA::Release@2",
-     {kCloses, "interface"}},
-    {kStatus, "SHGetSpecialFolderLocation wn", {kOpensAt, "item list", 2}, kComLacks},
-    {kCannotFail, "IMalloc::Free@5", {kCloses, "item list", 1}},
-    {kStatus,
-     "CoInitialize; IPersistFile::Save@6 -un; IShellLinkA::SetArguments@11 -t; "
+    {"IMalloc::Release@2; IPersistFile::Release@2; IShellLinkA::Release@2",
+     {kCloses, "interface"},
+     kCannotFail},
+    {"SHGetSpecialFolderLocation wn", {kOpensAt, "item list", 2}, kStatus, kComLacks},
+    {"IMalloc::Free@5", {kCloses, "item list", 1}, kCannotFail},
+    {"CoInitialize; IPersistFile::Save@6 -un; IShellLinkA::SetArguments@11 -t; "
      "IShellLinkA::SetIconLocation@17 -tn; IShellLinkA::SetPath@20 -t; "
      "IShellLinkA::SetWorkingDirectory@9 -t",
      {},
+     kStatus,
      kComLacks},
 
     // The C runtime's heap. realloc closes and opens; the heap guard books it.
-    {kZero, "calloc; malloc; realloc", {kOpensResult, Account::kHeapBlock}},
-    {kCannotFail, "free", {kCloses, Account::kHeapBlock}},
+    {"calloc; malloc; realloc", {kOpensResult, Account::kHeapBlock}, kZero},
+    {"free", {kCloses, Account::kHeapBlock}, kCannotFail},
 
     // JNI. In C++ the variadic calls go through the entries that end in V. Characters are released
     // once for each time that they were asked for, also when the JVM gave none.
-    {kThrows,
-     "CallObjectMethodV@35; FindClass@6 -t; GetObjectArrayElement@173; GetObjectClass@31; "
+    {"CallObjectMethodV@35; FindClass@6 -t; GetObjectArrayElement@173; GetObjectClass@31; "
      "NewByteArray@176; NewObjectArray@172 -n-p; NewObjectV@29; NewString@163 --n",
-     {kOpensResult, Account::kLocalReference}},
-    {kCleansUp, "ExceptionOccurred@15", {kOpensResult, Account::kLocalReference}},
-    {kCleansUp, "DeleteLocalRef@23", {kCloses, Account::kLocalReference, 1}},
-    {kThrows, "NewGlobalRef@21", {kOpensResult, "global reference"}},
-    {kCleansUp, "DeleteGlobalRef@22", {kCloses, "global reference", 1}},
-    {kThrows, "GetStringChars@165", {kAsksFor, "pinned string", 1}},
-    {kCleansUp, "ReleaseStringChars@166", {kCloses, "pinned string", 1}},
-    {kThrows,
-     "CallBooleanMethodV@38; CallIntMethodV@50; CallVoidMethodV@62; GetByteArrayRegion@200; "
+     {kOpensResult, Account::kLocalReference},
+     kThrows},
+    {"ExceptionOccurred@15", {kOpensResult, Account::kLocalReference}, kCleansUp},
+    {"DeleteLocalRef@23", {kCloses, Account::kLocalReference, 1}, kCleansUp},
+    {"NewGlobalRef@21", {kOpensResult, "global reference"}, kThrows},
+    {"DeleteGlobalRef@22", {kCloses, "global reference", 1}, kCleansUp},
+    {"GetStringChars@165", {kAsksFor, "pinned string", 1}, kThrows},
+    {"ReleaseStringChars@166", {kCloses, "pinned string", 1}, kCleansUp},
+    {"CallBooleanMethodV@38; CallIntMethodV@50; CallVoidMethodV@62; GetByteArrayRegion@200; "
      "GetMethodID@33 --t; GetStaticFieldID@144 --t; GetStringRegion@220; SetByteArrayRegion@208; "
-     "SetObjectArrayElement@174"},
-    {kNeverThrows,
-     "GetArrayLength@171; GetStaticIntField@150; GetStringLength@164; IsInstanceOf@32; Throw@13"},
-    {kCleansUp, "ExceptionCheck@228; ExceptionClear@17"},
+     "SetObjectArrayElement@174",
+     {},
+     kThrows},
+    {"GetArrayLength@171; GetStaticIntField@150; GetStringLength@164; IsInstanceOf@32; Throw@13",
+     {},
+     kNeverThrows},
+    {"ExceptionCheck@228; ExceptionClear@17", {}, kCleansUp},
 
     // All others.
-    {kCannotFail,
-     "CoUninitialize; GetACP; GetCurrentProcess; GetCurrentProcessId; GetCurrentThread; "
+    {"CoUninitialize; GetACP; GetCurrentProcess; GetCurrentProcessId; GetCurrentThread; "
      "GetDesktopWindow; GetLastError; GetLengthSid; GetSystemInfo; GetWindow wn; "
      "GetWindowThreadProcessId wp; ImmGetDefaultIMEWnd w; IsWindowVisible w; "
      "LsaNtStatusToWinError n; RevertToSelf; RtlNtStatusToDosError n; SendMessageA wnwm; "
-     "SetErrorMode n; SetLastError; SHChangeNotify nntw; ShowWindow wn; Sleep n"},
-    {kStatus,
-     "LsaAddAccountRights ws[hhu]n; LsaRemoveAccountRights wsy[hhu]n; NtDeleteKey; "
+     "SetErrorMode n; SetLastError; SHChangeNotify nntw; ShowWindow wn; Sleep n",
+     {},
+     kCannotFail},
+    {"LsaAddAccountRights ws[hhu]n; LsaRemoveAccountRights wsy[hhu]n; NtDeleteKey; "
      "NtQueryValueKey --n",
      {},
+     kStatus,
      kStatusLacks},
-    {kStatus,
-     "NetGroupAdd un{uu}p; NetGroupAddUser uuu; NetGroupDel uu; NetLocalGroupAdd un{uu}p; "
+    {"NetGroupAdd un{uu}p; NetGroupAddUser uuu; NetGroupDel uu; NetLocalGroupAdd un{uu}p; "
      "NetLocalGroupAddMembers uun[u]n; NetLocalGroupDel uu; "
      "NetUserAdd un{uunnuununuuuunnnnnwnnunn}p; NetUserDel uu; RegDeleteKey* -t; "
      "RegDeleteValue* -t; RegEnumKey* -n-n; RegEnumKeyExW -n-i; RegEnumValue* -n-i-ppp; "
      "RegQueryInfoKey* -ppppppppppp; RegQueryValueEx* -t--pi; RegSetValueEx* -tnndn; "
-     "SetNamedSecurityInfoW tnnpppp"},
-    {kZero,
-     "AddAccessAllowedAce -nn9; AddAce -nndn; AdjustTokenPrivileges wndnpp; "
+     "SetNamedSecurityInfoW tnnpppp",
+     {},
+     kStatus},
+    {"AddAccessAllowedAce -nn9; AddAce -nndn; AdjustTokenPrivileges wndnpp; "
      "ChangeServiceConfig2W -nc; ChangeServiceConfigW -nnnttptttt; ControlService -n; "
      "CopyFile* ttn; CopySid n-; CreateDirectory* tp; DeleteFile* t; DeleteService; "
      "EnumServicesStatusW -nnpn--i; ExpandEnvironmentStrings* t-n; FindNextFile*; GetAce -n; "
@@ -187,18 +190,20 @@ constexpr Row kRows[] = {
      "SetFileSecurityW tn{yyhsspp}; SetFileTime -qqq; SetProcessAffinityMask ww; "
      "SetProcessWindowStation w; SetSecurityDescriptorDacl -npn; SetSecurityDescriptorGroup -wn; "
      "SetSecurityDescriptorOwner -wn; SetUserObjectSecurity wi; StartServiceW -nq; "
-     "VerQueryValue* -t; WideCharToMultiByte nn-n-npp; WriteFile w-n-p"},
-    {kZero,
-     "EqualSid ww; GetDriveType* t; SHGetPathFromIDListA; SHGetSpecialFolderPathA --nn",
+     "VerQueryValue* -t; WideCharToMultiByte nn-n-npp; WriteFile w-n-p",
      {},
+     kZero},
+    {"EqualSid ww; GetDriveType* t; SHGetPathFromIDListA; SHGetSpecialFolderPathA --nn",
+     {},
+     kZero,
      kNoError},
-    {kMinusOne,
-     "GetFileAttributes* t; GetFileSize; SetFilePointer -npn; WaitForInputIdle wn; "
-     "WaitForSingleObject wn"},
+    {"GetFileAttributes* t; GetFileSize; SetFilePointer -npn; WaitForInputIdle wn; "
+     "WaitForSingleObject wn",
+     {},
+     kMinusOne},
     // What the C++ runtime that is linked into the library calls for itself: locks, unwinding, the
     // C library.
-    {kUntouched,
-     "CreateSemaphoreW; DeleteCriticalSection; EnterCriticalSection; GetCurrentThreadId; "
+    {"CreateSemaphoreW; DeleteCriticalSection; EnterCriticalSection; GetCurrentThreadId; "
      "InitializeCriticalSection; IsDBCSLeadByteEx; LeaveCriticalSection; RaiseException; "
      "ReleaseSemaphore; RtlCaptureContext; RtlLookupFunctionEntry; RtlUnwindEx; "
      "RtlVirtualUnwind; TlsAlloc; TlsFree; TlsGetValue; TlsSetValue; VirtualProtect; "
@@ -206,7 +211,9 @@ constexpr Row kRows[] = {
      "_errno; _initterm; _lock; _mbsicmp; _read; _unlock; _vsnwprintf; _wcsicmp; _wcsnicmp; "
      "abort; fputc; fputwc; fwprintf; fwrite; localeconv; memchr; memcmp; memcpy; memmove; "
      "memset; strcmp; strerror; strlen; strncmp; vfprintf; wcschr; wcslen; wcsncpy; wcsspn; "
-     "wcstol"},
+     "wcstol",
+     {},
+     kUntouched},
 };
 
 /// "Name@place signature", of which the place and the signature may be missing.
