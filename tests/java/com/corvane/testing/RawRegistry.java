@@ -79,11 +79,20 @@ public final class RawRegistry {
     /** Deletes a key with everything in it, links themselves; one that is missing is no failure. */
     public static void deleteTree(String key) {
         in(key, OPEN_LINK, opened -> {
-            Stream.of(Advapi32Util.registryGetKeys(opened)).forEach(name -> deleteTree(key + "\\" + name));
+            for (String name = subkey(opened, 0); name != null; name = subkey(opened, 0)) {
+                deleteTree(key + "\\" + name);
+            }
             // RegDeleteKey would follow a link.
             require(NativeLibrary.getInstance("ntdll").getFunction("NtDeleteKey").invokeInt(new Object[] {opened}));
             return null;
         });
+    }
+
+    /** Null when there are no more. */
+    private static String subkey(HKEY key, int index) {
+        IntByReference length = new IntByReference((int) NAME.size() / 2);
+        return call("RegEnumKeyExW", key, index, NAME, length, null, null, null, null) == 0
+                ? NAME.getWideString(0) : null;
     }
 
     /** Its name, type and data; null when there are no more. */
@@ -118,7 +127,10 @@ public final class RawRegistry {
             for (String value = value(opened, 0); value != null; value = value(opened, ++index)) {
                 text.append(value);
             }
-            Stream.of(Advapi32Util.registryGetKeys(opened)).forEach(name -> text.append(dump(key + "\\" + name)));
+            index = 0;
+            for (String name = subkey(opened, 0); name != null; name = subkey(opened, ++index)) {
+                text.append(dump(key + "\\" + name));
+            }
             return text.toString();
         });
     }
