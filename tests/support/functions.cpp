@@ -61,8 +61,8 @@ constexpr Row kRows[] = {
     {"LocalFree w", {kCloses, kBlock}, kCannotFail},
     {"AllocateAndInitializeSid 6ynnnnnnnn", {kOpensAt, "SID", 10}, kZero},
     {"FreeSid w", {kCloses, "SID"}, kCannotFail},
-    {"LoadLibraryEx* tpn", {kOpensResult, "module"}, kZero},
-    {"FreeLibrary w", {kCloses, "module"}, kCannotFail},
+    {"LoadLibraryEx* tpn; LoadLibraryW t", {kOpensResult, Account::kModule}, kZero},
+    {"FreeLibrary w", {kCloses, Account::kModule}, kCannotFail},
 
     // Handles. The ends of a pipe stand side by side in the library.
     {"CreateFile* tnnpnnw", {kOpensResult, Account::kHandle}, kMinusOne},
@@ -95,11 +95,8 @@ constexpr Row kRows[] = {
     // The security authority and network management.
     {"LsaOpenPolicy {hhu}{nwwnww}n", {kOpensAt, Account::kHandle, 3}, kStatus, kStatusLacks},
     {"LsaClose w", {kCloses, Account::kHandle}, kStatus, kStatusLacks},
-    {"LsaEnumerateAccountRights ws",
-     {kOpensAt, "memory of the authority", 2},
-     kStatus,
-     kStatusLacks},
-    {"LsaFreeMemory w", {kCloses, "memory of the authority"}, kCannotFail},
+    {"LsaEnumerateAccountRights ws", {kOpensAt, Account::kLsaMemory, 2}, kStatus, kStatusLacks},
+    {"LsaFreeMemory w", {kCloses, Account::kLsaMemory}, kCannotFail},
     {"NetGetDCName uu", {kOpensAt, "network buffer", 2}, kStatus},
     {"NetApiBufferFree w", {kCloses, "network buffer"}, kCannotFail},
 
@@ -181,7 +178,7 @@ constexpr Row kRows[] = {
      "GetSystemDirectory* -n; GetTempFileNameA ttn; GetTempPath* n; GetTokenInformation wnpn; "
      "GetUserObjectSecurity wipn; GetVersionEx* i; GetVolumeInformation* tp-p---n; "
      "GetWindowsDirectory* -n; ImpersonateLoggedOnUser w; InitializeAcl -nn; "
-     "InitializeSecurityDescriptor; IsValidSecurityDescriptor; LoadLibraryW t; "
+     "InitializeSecurityDescriptor; IsValidSecurityDescriptor; "
      "LookupAccountName* ttpi-i; LookupAccountSidW tw-i-i; LookupPrivilegeValueA tt; MoveFileA tt; "
      "MoveFileExW ttn; MultiByteToWideChar nn-n-n; PeekNamedPipe wpnp-p; "
      "QueryServiceConfig2W -npn; QueryServiceConfigW -pn; QueryServiceStatus w; "
