@@ -1,4 +1,4 @@
-/** What an installer needs from Windows and Java cannot reach. */
+/** What an installer needs from Windows and cannot get from Java. */
 @SuppressWarnings("module") // the digits at its end are Windows' name, no version
 module com.corvane.win32 {
     // By it the copies from the jar are held so that nobody else can touch them.

@@ -325,7 +325,7 @@ public class Win32FileServiceImpl {
     /**
      * Lets the system's boxes for critical errors (no disk in the drive) show, or not, for the whole
      * process. The methods that look at a drive or write to a directory add 1 to the error mode meanwhile:
-     * where boxes may show, none does for these, and where they are suppressed, as HotSpot's JVM does,
+     * where boxes may show, none does for these, and where they are suppressed, as the JVM does,
      * one may. Threads that call them at once can leave the error mode changed. Throws nothing. Windows:
      * SetErrorMode.
      *

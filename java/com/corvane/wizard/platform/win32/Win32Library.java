@@ -24,7 +24,7 @@ public final class Win32Library {
 
     /**
      * The system property that names the library's file. A JVM loads one file for one class loader only:
-     * where two load these classes, leave the property away, and each gets a copy of its own.
+     * where two load these classes, do not set the property, and each gets a copy of its own.
      */
     public static final String PROPERTY = "corvane.win32.library";
 

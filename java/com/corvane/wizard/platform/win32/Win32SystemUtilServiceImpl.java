@@ -55,7 +55,7 @@ public class Win32SystemUtilServiceImpl {
      * program's next write fails. Windows: CreateProcessA, PeekNamedPipe.
      *
      * <p>When the request has a user, password or workgroup, the program runs as that user, on the desktop of
-     * the one who sits there, to which that logon is given access for as long as it exists. Where Windows
+     * the one who sits there, to which that logon is given access, by entries that stay. Where Windows
      * does not let that happen, {@link #LogWarning} is told; on Windows 2000 its logon service is tried then,
      * which runs the program as this user, who is the other one to the network, and passes no output. Two
      * threads must not do this at once: the process is in another window station for a moment. Windows:
