@@ -70,7 +70,7 @@ constexpr Row kRows[] = {
     {"GetStdHandle n", {kOpensResult, Account::kHandle}, kCannotFail, kLacks, isOfOutput},
     {"CreatePipe --in", {kOpensAt, Account::kHandle, 0, 2}, kZero},
     {"OpenProcessToken wn", {kOpensAt, Account::kHandle, 2}, kZero},
-    {"DuplicateHandle; OpenThreadToken wnn", {kOpensAt, Account::kHandle, 3}, kZero},
+    {"DuplicateHandle ----nnn; OpenThreadToken wnn", {kOpensAt, Account::kHandle, 3}, kZero},
     {"LogonUserA tttnn", {kOpensAt, Account::kHandle, 5}, kZero},
     {"CreateProcessA ttppnnppl", {kOpensAt, Account::kHandle, 9, 2}, kZero},
     {"CreateProcessAsUserA wttppnnppl; CreateProcessWithLogonW tttnttnppl",

@@ -87,7 +87,7 @@ AccountName findPrincipal(const wchar_t* path, Principal which) {
               (lookupAccountSid = RUNTIME_FUNCTION(advapi32, LookupAccountSidW)));
   const bool owner = which == Principal::kOwner;
   PSID sid = nullptr;
-  LocalHolder descriptor;
+  LocalHolder descriptor;  // freed in every case: a failure may leave one there, too
   const DWORD error = getNamedSecurityInfo(const_cast<wchar_t*>(path),
                                            SE_FILE_OBJECT,
                                            static_cast<SECURITY_INFORMATION>(which),
