@@ -13,6 +13,7 @@ TEST(FormatWide, MakesRoomForWhateverTheArgumentsBecome) {
       {formatWide(L""), L""},
       {formatWide(L"100%% %c", L'a'), L"100% a"},
       {formatWide(L"%d: %s", -42, L"text"), L"-42: text"},
+      {formatWide(L"%s", static_cast<const wchar_t*>(nullptr)), L"(null)"},
       {formatWide(L"%ls%05d %hs %S", L"n", 7, "narrow", "too"), L"n00007 narrow too"},
       {formatWide(L"%-*s|%.*s|%-5c|", 6, L"ab", 2, L"abc", L'x'), L"ab    |ab|x    |"},
       {formatWide(L"%*d|", -4, 1), L"1   |"},

@@ -46,7 +46,7 @@ TEST(Order, IsReadStrictly) {
 /// Cut at a semicolon of its name, it would be another one, whether it is there or not.
 TEST(Order, KnowsNamesWithSemicolons) {
   expectAll(LR"(10 *C:\P;old\x *C:\d;e *D:\f)", "1a ", R"(*C:\P;old\x;*C:\d;e;*D:\f)");
-  expectAll(LR"(10 C:\none;x D:\y;z)", "1a ", R"(C:\none;x;D:\y;z)");
+  expectAll(LR"(10 C:\none;x; D:\y;z;)", "1a ", R"(C:\none;x;;D:\y;z;)");
 }
 
 TEST(Order, RemovesWhatIsOneThingBelowARoot) {

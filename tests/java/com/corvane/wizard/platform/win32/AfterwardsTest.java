@@ -20,6 +20,7 @@ import java.io.IOException;
 import java.nio.channels.FileChannel;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.StandardCopyOption;
 import java.nio.file.StandardOpenOption;
 import java.util.ArrayList;
 import java.util.Arrays;
@@ -48,6 +49,8 @@ class AfterwardsTest {
     Path temporary;
 
     private final Folder folder = Folder.named("afterwards");
+    /** What Windows takes for the program where the path to a cleaner has blanks, and no quotes. */
+    private final Path foreign = Path.of(System.getProperty("java.io.tmpdir"), "corvane.exe");
     private final List<Process> processes = new ArrayList<>();
 
     /** All is real here. */
@@ -63,6 +66,7 @@ class AfterwardsTest {
         processes.forEach(Process::destroyForcibly);
         Reboot.forget();
         await(() -> Outcome.ofVoid(folder::clear).thrown() == null);
+        Files.deleteIfExists(foreign);
     }
 
     private Process start(ProcessBuilder process) throws IOException {
@@ -122,8 +126,8 @@ class AfterwardsTest {
      */
     @Test
     void whatAnInstallerLeavesIsDeletedWhenItHasEnded() throws Exception {
-        for (String name : List.of("used", "x;y", "kept\\file", "tree\\read-only", "tree\\a\\b\\c\\file", "tree\\used",
-                "other\\locked\\file", "outside\\file", "killed\\file")) {
+        for (String name : List.of("used", "x;y", "alone", "kept\\file", "tree\\read-only", "tree\\a\\b\\c\\file",
+                "tree\\used", "other\\locked\\file", "outside\\file", "killed\\file")) {
             folder.file(name, "");
         }
         folder.setAttributes("tree\\read-only", 1);
@@ -134,8 +138,9 @@ class AfterwardsTest {
         FileChannel briefly = inUse("tree\\used");
         try (FileChannel longer = inUse("other\\locked\\file")) {
             Process installer = depart(temporary, folder.path("used") + "|" + folder.path("x;y") + "|*"
-                    + folder.path("tree") + "|*" + folder.path("link"),
+                    + folder.path("tree") + "|*" + folder.path("link") + "|*" + folder.path("alone"),
                     "*" + folder.path("other") + "|" + folder.path("kept"));
+            Files.copy(Path.of(System.getProperty("corvane.test.child")), foreign, StandardCopyOption.REPLACE_EXISTING);
             Process killed = depart(Path.of(Folder.named("place").path("")), "*" + folder.path("killed"));
             Thread.sleep(1000);
             assertTrue(folder.has("tree\\read-only") && folder.has("used") && folder.has("killed\\file"), "they run");
@@ -177,15 +182,20 @@ class AfterwardsTest {
         String file = folder.file("file", "");
         String parent = Long.toHexString(ProcessHandle.current().pid());
         String order = "1" + parent + " " + file;
-        Process cleaner = start(new ProcessBuilder(JAR.resolveSibling("corvane_cleaner.exe").toString()));
+        File directory = new File(folder.folder("directory"));
+        String program = JAR.resolveSibling("corvane_cleaner.exe").toString();
+        Process cleaner = start(new ProcessBuilder(program).directory(directory));
         await(() -> send(null, "").equals("answer 0"));
+        assertTrue(directory.delete(), "it uses none");
         String other = Long.toHexString(cleaner.pid());
         for (String hostile : List.of("1" + other + " " + file, "0" + other + " " + file, "1" + parent + file)) {
             assertEquals("answer 0", send(null, hostile), hostile);
         }
         assertEquals("answer 0", send(user32("GetDesktopWindow"), order), "the window of another process");
         assertTrue(cleaner.isAlive() && folder.has("file"));
-        assertEquals("answer 1", send(null, order));
+        Pointer own = user32("CreateWindowExA", 0, "STATIC", null, 0, 0, 0, 0, 0, null, null, null, null);
+        assertEquals("answer 1", send(own, order));
+        user32("DestroyWindow", own);
         await(() -> send(null, order).equals("nobody"));
         assertTrue(cleaner.isAlive() && folder.has("file"), "its parent runs");
     }

@@ -6,6 +6,7 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Outcome;
 import com.corvane.wizard.service.ServiceException;
+import java.io.BufferedOutputStream;
 import java.io.ByteArrayOutputStream;
 import java.io.File;
 import java.io.IOException;
@@ -73,12 +74,13 @@ class ProcessTest {
     @CsvSource({"'', 0, 0, 0", "out=1 exit=1, 1, 0, 1", "out=999 err=1000 exit=4294967295, 999, 1000, -1",
         "out=1000 err=1001 exit=2147483648, 1000, 1001, -2147483648",
         "sleep=300 out=1001 err=999 sleep=300, 1001, 999, 0", "both=300000, 300000, 300000, 0",
-        "err=17000000 out=10000000 exit=5, 10000000, 17000000, 5", "out=7 close sleep=500 exit=3, 7, 0, 3",
+        "err=34000000 out=10000000 exit=5, 10000000, 34000000, 5", "out=7 close sleep=500 exit=3, 7, 0, 3",
         "child=sleep=60000 out=5, 5, 0, 0"})
     void everyByteArrivesAndTheExitCode(String arguments, int out, int err, int exit) throws Exception {
         long begin = System.nanoTime();
         String[] files = temporaryFiles();
-        assertEquals(exit, run(CHILD, arguments, ProcessRequest.WINDOW_HIDDEN, output, errors));
+        assertEquals(exit, run(CHILD, arguments, ProcessRequest.WINDOW_HIDDEN, new BufferedOutputStream(output),
+                new BufferedOutputStream(errors)));
         assertArrayEquals(pattern(out), output.toByteArray());
         assertArrayEquals(pattern(err), errors.toByteArray());
         assertArrayEquals(files, temporaryFiles());
@@ -97,6 +99,9 @@ class ProcessTest {
         run('"' + CHILD + '"', "window", ProcessRequest.WINDOW_HIDDEN, output, errors);
         run(CHILD, "window", ProcessRequest.WINDOW_MINIMIZED, output, errors);
         assertEquals("02", output.toString());
+        ProcessRequest silent = new ProcessRequest(CHILD, "out=5 err=5 exit=6");
+        new Win32SystemUtilServiceImpl().nativeExecuteProcess(silent, 0);
+        assertEquals(6, silent.getProcessReturnCode());
     }
 
     @Test
@@ -117,13 +122,14 @@ class ProcessTest {
             return new PipedOutputStream(reader) {
                 @Override
                 public void flush() {
+                    closed.add("flushed");
                     throw new IllegalStateException("not to be seen");
                 }
 
                 @Override
                 public void close() {
                     closed.add("closed");
-                    flush();
+                    throw new IllegalStateException("not to be seen");
                 }
             };
         }
@@ -137,7 +143,7 @@ class ProcessTest {
         Outcome outcome = Outcome.ofVoid(() ->
                 run(program.toString(), "both=10000000", 0, refusing(closed), refusing(closed)));
         assertEquals("java.io.IOException: Pipe closed", outcome.toString());
-        assertEquals(List.of("closed", "closed"), closed);
+        assertEquals(List.of("flushed", "closed", "flushed", "closed"), closed);
         AfterwardsTest.await(() -> program.toFile().delete()); // not as long as it runs
     }
 }
