@@ -12,8 +12,6 @@
 
 namespace {
 
-using Names = std::vector<std::wstring>;
-
 /// Reads into a buffer that most values fit.
 LSTATUS readText(const std::wstring& path, const std::wstring& name, std::wstring& text) {
   return withKey(path.c_str(), KEY_QUERY_VALUE, [&](HKEY key) {
@@ -86,7 +84,7 @@ JNIEXPORT jobjectArray JNICALL Java_com_corvane_bench_RequiredRegistry_listNames
                                                                                  jclass,
                                                                                  jstring key) {
   const std::wstring path = textOf(env, key);
-  Names names;
+  std::vector<std::wstring> names;
   askVersion();
   raiseUnlessZero(env, eachName(path.c_str(), [&](const wchar_t* name, DWORD length) {
                     names.emplace_back(name, length);

@@ -17,8 +17,9 @@ constexpr const char* kStatusFunctions[] = {"QueryServiceStatus", "OpenSCManager
 constexpr const char* kListFunctions[] = {"EnumServicesStatusW", "OpenSCManagerW"};
 constexpr const char* kRightsFunctions[] = {"LsaNtStatusToWinError",
                                             "LsaOpenPolicy",
-                                            "LsaEnumerateAccountRights",
-                                            "LsaFreeMemory"};
+                                            "LsaEnumerateAccountRights"};
+/// Of a list that was given; an account without rights has none.
+constexpr const char* kRightsEndFunctions[] = {"LsaFreeMemory", "LsaClose"};
 
 /// In the order of the record's fields.
 constexpr const char* kStatusSetters[] = {
@@ -125,6 +126,9 @@ JNIEXPORT jobjectArray JNICALL Java_com_corvane_bench_RequiredServices_listRight
   lookUpAll(kRightsFunctions);
   askComputerName();
   raiseUnlessZero(env, listRights(ansiOf(name), rights));
+  if (!rights.empty()) {
+    lookUpAll(kRightsEndFunctions);
+  }
   return toJava(env, rights);
 }
 

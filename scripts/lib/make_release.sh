@@ -1,6 +1,6 @@
 #!/bin/bash
-# Builds and packs the release alone, without a look at what it needs: scripts/package does so a second time
-# by it.
+# Builds and packs the release, and installs nothing: scripts/package runs it in the unpacked archive of the
+# sources, for the second build that it compares.
 . "$(dirname "$0")/common.sh"
 
 set_release_time

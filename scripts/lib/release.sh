@@ -111,7 +111,7 @@ write_sums() {
   done
 }
 
-# For who has no Maven: the jar, its parts, and all that there is to read.
+# For those who have no Maven: the jar, its parts, and all that there is to read.
 make_archive() {
   local folder
   folder=$(release_folder)

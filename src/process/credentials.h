@@ -12,7 +12,10 @@ namespace corvane {
 /// A password converted for one call of an ANSI function, and overwritten at the end.
 class AnsiSecret {
  public:
-  explicit AnsiSecret(const wchar_t* text) { throwUnlessConverted(wideToAnsi(text, text_)); }
+  explicit AnsiSecret(const wchar_t* text) : AnsiSecret() {
+    // Made whole by now, so that what a conversion leaves that fails is overwritten, too.
+    throwUnlessConverted(wideToAnsi(text, text_));
+  }
   AnsiSecret(const AnsiSecret&) = delete;
   AnsiSecret& operator=(const AnsiSecret&) = delete;
   ~AnsiSecret() { SecureZeroMemory(text_.data(), text_.byteLength()); }
@@ -20,6 +23,8 @@ class AnsiSecret {
   operator const char*() const noexcept { return text_.data<char>(); }
 
  private:
+  AnsiSecret() = default;
+
   ByteBuffer text_;
 };
 

@@ -15,7 +15,8 @@ extern "C" {
 extern uintptr_t __stack_chk_guard;
 [[noreturn]] void __stack_chk_fail();
 
-/// Until it has been drawn; a text that was overrun cannot write it, for it has a NUL.
+/// The number until one has been drawn. It has a zero byte in it: a text that runs over its array
+/// ends there and cannot restore it.
 uintptr_t __stack_chk_guard = 0x0A0D'FF00'2992'DDA2U;
 
 /// The process ends at once: no more code may run on a stack that somebody else has written.

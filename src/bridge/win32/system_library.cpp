@@ -62,11 +62,7 @@ HMODULE KeptSystemLibrary::get() noexcept {
   if (loaded != nullptr && loaded == own_) {
     return loaded;
   }
-  const HMODULE own = LoadLibraryW(path.get());
-  if (own != nullptr) {
-    own_ = own;
-  }
-  return own;
+  return own_ = LoadLibraryW(path.get());
 }
 
 }  // namespace corvane

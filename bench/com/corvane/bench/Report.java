@@ -33,8 +33,8 @@ final class Report {
                 Windows that do the work, in a loop of C++. The required ones are made by a plain
                 native method and are all that the library must call besides: what brings texts and
                 objects from Java and back, asks which Windows this is, lifts the read-only
-                attribute, looks functions up, asks for sizes. A ratio in parentheses is the median of the rounds' own
-                ratios, so it is not the quotient of two medians in the table.
+                attribute, looks functions up, asks for sizes. A ratio in parentheses is the median of the
+                rounds' own ratios, so it is not the quotient of two medians in the table.
                 Aims of this library, pass or MISS:
                   <= 1.06       at most 1.06 times as long as the required calls
                   < JNA, < JDK  faster than JNA, or the JDK

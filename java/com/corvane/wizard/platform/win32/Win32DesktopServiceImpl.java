@@ -27,7 +27,7 @@ public class Win32DesktopServiceImpl {
         Win32Library.load();
     }
 
-    /** Makes one; none of them keeps anything. */
+    /** Makes an object without state: one serves as well as another. */
     public Win32DesktopServiceImpl() {}
 
     /**

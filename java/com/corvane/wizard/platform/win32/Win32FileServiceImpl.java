@@ -52,7 +52,7 @@ public class Win32FileServiceImpl {
         Win32Library.load();
     }
 
-    /** Makes one; none of them keeps anything. */
+    /** Makes an object without state: one serves as well as another. */
     public Win32FileServiceImpl() {}
 
     /**

@@ -55,7 +55,7 @@ public class Win32ServiceImpl {
         Win32Library.load();
     }
 
-    /** Makes one; none of them keeps anything. */
+    /** Makes an object without state: one serves as well as another. */
     public Win32ServiceImpl() {}
 
     /**
@@ -75,8 +75,7 @@ public class Win32ServiceImpl {
      * @param config what it is; null is refused with 160, and so is a null among its dependencies. Type, start
      *     and errors have to be said. The command is handed over as it is: see
      *     {@link NTServiceConfig#quotedCommand}. Without a user name, null or empty, the service runs as
-     *     LocalSystem, whatever the password; an empty password is none. The library's copy of it is overwritten
-     *     before this returns
+     *     LocalSystem, whatever the password; an empty password is none
      * @throws ServiceException -120000
      */
     public native void createNTService(String serviceName, NTServiceConfig config) throws ServiceException;

@@ -13,7 +13,7 @@ public class Win32SystemUtilServiceImpl {
         Win32Library.load();
     }
 
-    /** Makes one; none of them keeps anything. */
+    /** Makes an object without state: one serves as well as another. */
     public Win32SystemUtilServiceImpl() {}
 
     /**

@@ -17,7 +17,7 @@ public class WindowsEnvironment {
         Win32Library.load();
     }
 
-    /** Makes one; none of them keeps anything. */
+    /** Makes an object without state: one serves as well as another. */
     public WindowsEnvironment() {}
 
     /**

@@ -36,7 +36,7 @@ public class WindowsAccountPrivilegeServiceImpl {
         Win32Library.load();
     }
 
-    /** Makes one; none of them keeps anything. */
+    /** Makes an object without state: one serves as well as another. */
     public WindowsAccountPrivilegeServiceImpl() {}
 
     /**

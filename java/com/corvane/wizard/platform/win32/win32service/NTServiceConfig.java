@@ -277,7 +277,8 @@ public class NTServiceConfig {
     }
 
     /**
-     * Sets the password of that account.
+     * Sets the password of that account. The library overwrites its own copy before createNTService or
+     * changeNTServiceConfig returns.
      *
      * @param password the password; null is none, but in a change it leaves the one that there is, and an empty
      *     one is handed to Windows as it is

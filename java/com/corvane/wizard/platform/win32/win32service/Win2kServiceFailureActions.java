@@ -20,7 +20,7 @@ public class Win2kServiceFailureActions {
     private String command;
     private final List<Win2kSCAction> actions = new ArrayList<>();
 
-    /** Makes an object in which Windows does nothing. */
+    /** Makes an object without actions or texts, in which failures are never forgotten. */
     public Win2kServiceFailureActions() {}
 
     /**
