@@ -1,7 +1,5 @@
 #include <com_corvane_wizard_platform_win32_Win32ServiceImpl.h>
 
-#include <exception>
-
 #include "bridge/java/java_values.h"
 #include "bridge/java/jni_string.h"
 #include "bridge/java/native_frame.h"
@@ -18,32 +16,19 @@ namespace {
 
 constexpr jint kGetShortPathFailed = -1200015;
 
-/// What `read()` tells, as far as it can be told: a file whose version cannot be read, for whatever
-/// reason, has none, and nothing is raised. A Java exception stays pending.
-template <class Read>
-auto ifReadable(const Read& read) -> decltype(read()) {
-  try {
-    return read();
-  } catch (const Win32Failure&) {
-    return {};
-  } catch (const std::exception&) {
-    return {};
-  } catch (const PendingJavaException&) {
-    return {};
-  }
-}
-
 }  // namespace
 
 extern "C" {
 
+/// A file whose version cannot be read, for whatever reason, has none: nothing is raised. A Java
+/// exception stays pending.
 NATIVE(jobject, Win32ServiceImpl, getFixedFileInfo)(JNIEnv* env, jobject, jstring path) {
-  return nativeFrame(env, [&] {
-    return ifReadable([&] {
-      const auto info = fixedFileInfo(JniString(env, path).get());
-      return info ? newFixedFileInfo(env, *info) : nullptr;
-    });
-  });
+  return catchAll(
+      [&] {
+        const auto info = fixedFileInfo(JniString(env, path).get());
+        return info ? newFixedFileInfo(env, *info) : nullptr;
+      },
+      [] {});
 }
 
 NATIVE(jstring, Win32ServiceImpl, getShortPath)(JNIEnv* env, jobject, jstring path) {
