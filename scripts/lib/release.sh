@@ -167,4 +167,5 @@ names_version() {
   grep -F "## [$(project_version)]" "$project/CHANGELOG.md"
   grep -F "com.corvane:corvane-win32:$(project_version)" "$project/README.md"
   grep -F "<version>$(project_version)</version>" "$project/README.md"
+  grep -F "<corvane.version>$(project_version)</corvane.version>" "$project/package/sample/pom.xml"
 }
