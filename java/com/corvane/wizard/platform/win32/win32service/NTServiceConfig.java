@@ -290,9 +290,10 @@ public class NTServiceConfig {
     /** Tells it all but the password. */
     @Override
     public String toString() {
-        return "NTServiceConfig[displayName=" + displayName + ", serviceType=" + serviceType
-                + ", enableDesktopInteraction=" + enableDesktopInteraction + ", startType=" + startType
-                + ", errorControl=" + errorControl + ", command=" + command + ", loadOrderGroup=" + loadOrderGroup
-                + ", dependencies=" + Arrays.toString(dependencies) + ", userName=" + userName + "]";
+        return "NTServiceConfig[displayName=" + getDisplayName() + ", serviceType=" + getServiceType()
+                + ", enableDesktopInteraction=" + getEnableDesktopInteraction() + ", startType=" + getStartType()
+                + ", errorControl=" + getErrorControl() + ", command=" + getCommand()
+                + ", loadOrderGroup=" + getLoadOrderGroup() + ", dependencies=" + Arrays.toString(getDependencies())
+                + ", userName=" + getUserName() + "]";
     }
 }

@@ -176,9 +176,9 @@ public class NTServiceStatus {
 
     @Override
     public String toString() {
-        return "NTServiceStatus[serviceType=" + serviceType + ", currentState=" + currentState
-                + ", controlsAccepted=" + controlsAccepted + ", win32ExitCode=" + win32ExitCode
-                + ", serviceSpecificExitCode=" + serviceSpecificExitCode + ", checkPoint=" + checkPoint
-                + ", waitHint=" + waitHint + "]";
+        return "NTServiceStatus[serviceType=" + getServiceType() + ", currentState=" + getCurrentState()
+                + ", controlsAccepted=" + getControlsAccepted() + ", win32ExitCode=" + getWin32ExitCode()
+                + ", serviceSpecificExitCode=" + getServiceSpecificExitCode() + ", checkPoint=" + getCheckPoint()
+                + ", waitHint=" + getWaitHint() + "]";
     }
 }

@@ -54,7 +54,7 @@ public class Win2kServiceStatusProcess extends NTServiceStatus {
 
     @Override
     public String toString() {
-        return "Win2kServiceStatusProcess[" + super.toString() + ", processId=" + processId + ", serviceFlags="
-                + serviceFlags + "]";
+        return "Win2kServiceStatusProcess[" + super.toString() + ", processId=" + getProcessId() + ", serviceFlags="
+                + getServiceFlags() + "]";
     }
 }
