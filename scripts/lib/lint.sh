@@ -26,6 +26,7 @@ check_sources() {
   check "Sources: everything is in the library's namespace" source_rule namespace
   check "Sources: Javadoc and reference name the same codes" source_rule codes
   check "Sources: every native is found by its class and method" source_rule natives
+  check "Sources: the page on installers shows the program that is run" source_rule installer
 }
 
 source_rule() {

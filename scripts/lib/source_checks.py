@@ -3,6 +3,7 @@
 Prints what breaks the rule, and fails then.
 """
 
+import difflib
 import pathlib
 import re
 import sys
@@ -106,6 +107,14 @@ def natives():
             yield f"{owner}, {method}) stands {found} times in *_natives.cpp"
 
 
-broken = list({rule.__name__: rule for rule in (arrows, namespace, codes, natives)}[sys.argv[1]]())
+def installer():
+    """The page on installers shows the program that the demonstration runs, in parts cut at empty lines."""
+    page = (project / "docs/installer.md").read_text("utf-8")
+    shown = "\n".join(re.findall(r"^```java\n(.*?)^```$", page, re.MULTILINE | re.DOTALL)).splitlines()
+    run = (project / "demo/harbour/Setup.java").read_text("utf-8").splitlines()
+    yield from difflib.unified_diff(run, shown, "demo/harbour/Setup.java", "docs/installer.md", lineterm="", n=0)
+
+
+broken = list({rule.__name__: rule for rule in (arrows, namespace, codes, natives, installer)}[sys.argv[1]]())
 print(*broken, sep="\n")
 sys.exit(bool(broken))

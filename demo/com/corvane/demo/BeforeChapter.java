@@ -2,10 +2,7 @@ package com.corvane.demo;
 
 import com.corvane.util.FileAttributes;
 import com.corvane.wizard.platform.win32.Win32DesktopServiceImpl;
-import com.corvane.wizard.platform.win32.Win32FileServiceImpl;
-import com.corvane.wizard.platform.win32.Win32SystemUtilServiceImpl;
 import com.corvane.wizard.service.ServiceException;
-import java.io.IOException;
 import java.nio.file.Files;
 
 /** Writes down what there is before the installation, for {@link NothingLeftChapter}. */
@@ -19,23 +16,11 @@ final class BeforeChapter implements Chapter {
     public void run(Stage stage) {
         stage.scene("What a run that was broken off has left");
         stage.does("clear registry entries", RegistryChapter::clear);
-        stage.does("clear the service", HarbourWatch::clear);
-        stage.does("clear files", () -> Product.clear(new Win32FileServiceImpl()));
+        stage.does("clear the product", HarbourSetup::clear);
         stage.does("clear shortcuts", BeforeChapter::clearShortcuts);
-        stage.does("clear the command of the next start", BeforeChapter::clearAfterwards);
-        stage.does("clear the entry in the list of programs", ProgramListEntry::remove);
         stage.scene("The registry and the disk");
         stage.does("write down what is in them", () -> Snapshot.take().save());
         stage.gives("both are there to compare with", true, () -> Snapshot.saved().isWhole());
-    }
-
-    private static void clearAfterwards() throws ServiceException, IOException {
-        new Win32SystemUtilServiceImpl().removeSystemStartupCommand(Afterwards.COMMAND);
-        Files.deleteIfExists(Afterwards.MADE);
-        Win32FileServiceImpl files = new Win32FileServiceImpl();
-        if (Files.exists(Afterwards.OWN)) {
-            files.win32DeleteDirectory(Afterwards.OWN.toString(), false, true);
-        }
     }
 
     private static void clearShortcuts() throws ServiceException {

@@ -30,13 +30,12 @@ public final class Demo {
     static {
         CHAPTERS.put("", Arrays.asList(
                 BeforeChapter::new, WhoAndWhereChapter::new, RegistryChapter::new,
-                FilesChapter::new, UpdateInUseChapter::new, OwnerChapter::new,
-                ShortcutsChapter::new, ProgramListChapter::new, RightsChapter::new,
-                ServiceChapter::new, VersionChapter::new, ProgramsChapter::new,
-                EnvironmentChapter::new, AfterwardsChapter::new));
+                FilesChapter::new, InstallationChapter::new, OwnerChapter::new,
+                ShortcutsChapter::new, RightsChapter::new, ServiceChapter::new,
+                VersionChapter::new, ProgramsChapter::new, EnvironmentChapter::new,
+                UpgradeInUseChapter::new));
         CHAPTERS.put("--after-reboot", Arrays.asList(
-                AfterStartChapter::new, WhatIsNewChapter::new, ServiceRemovalChapter::new,
-                RemovalInUseChapter::new, UninstallationChapter::new));
+                UpgradedChapter::new, WhatIsNewChapter::new, RemovalInUseChapter::new));
         CHAPTERS.put("--after-second-reboot", Collections.singletonList(NothingLeftChapter::new));
     }
 

@@ -14,6 +14,7 @@ import com.corvane.wizard.service.ServiceException;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.Paths;
 import java.time.Instant;
 import java.util.Arrays;
 import java.util.stream.Stream;
@@ -63,7 +64,7 @@ final class FilesChapter implements Chapter {
 
     private static boolean isTheSame(String name) throws IOException {
         byte[] copy = Files.readAllBytes(FOLDER.resolve(name));
-        return Arrays.equals(Files.readAllBytes(Product.MEDIUM.resolve(name)), copy);
+        return Arrays.equals(Files.readAllBytes(Paths.get(onMedium(name))), copy);
     }
 
     private void giveTimes(Stage stage) {
@@ -141,7 +142,7 @@ final class FilesChapter implements Chapter {
 
     private void cleanUp(Stage stage) {
         stage.scene("Clean up");
-        for (Path folder : new Path[] {Product.VENDOR_FOLDER, Product.MEDIUM}) {
+        for (Path folder : new Path[] {Product.ROOT, Product.MEDIUM}) {
             stage.gives("delete " + folder.getFileName() + " and all below it", 0,
                     () -> files.win32DeleteDirectory(folder.toString(), false, true));
             stage.gives("the folder is still there", false, () -> Files.exists(folder));

@@ -5,26 +5,23 @@ import com.corvane.wizard.platform.win32.win32service.NTServiceConfig;
 import com.corvane.wizard.platform.win32.win32service.NTServiceStatus;
 import com.corvane.wizard.service.ServiceException;
 import java.io.IOException;
-import java.net.URISyntaxException;
 import java.nio.channels.FileChannel;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.NoSuchFileException;
 import java.nio.file.Path;
-import java.nio.file.Paths;
-import java.nio.file.StandardCopyOption;
 import java.nio.file.StandardOpenOption;
 import java.util.Arrays;
 import java.util.List;
 
 /** The service of the small product: its program records what it is told while it runs. */
 final class HarbourWatch {
-    static final String NAME = "CorvaneHarbourWatch";
-    static final String TITLE = "Harbour Watch (Häfen, 港)";
+    static final String NAME = "HarbourWatch";
+    static final String TITLE = "Harbour Watch";
     static final String PROGRAM = "watch.exe";
 
     /** A line for its name and each argument when it starts, then one for each control. */
-    static final Path RECORD = Product.FOLDER.resolve("watch log.txt");
+    static final Path RECORD = Product.ROOT.resolve("watch.log");
 
     /** With which it ends when it is told to stop. */
     static final int EXIT_CODE = 7;
@@ -37,15 +34,6 @@ final class HarbourWatch {
             Product.installed(PROGRAM), '"' + RECORD.toString() + '"');
 
     private HarbourWatch() {}
-
-    /** The programs stand beside the demonstration's jar, as the build leaves them. */
-    static void makeMedium(int version) throws IOException, URISyntaxException {
-        Path jar = Paths.get(HarbourWatch.class.getProtectionDomain().getCodeSource()
-                .getLocation().toURI());
-        Files.createDirectories(Product.MEDIUM);
-        Files.copy(jar.resolveSibling("corvane_demo_service_" + version + ".exe"),
-                Product.MEDIUM.resolve(PROGRAM), StandardCopyOption.REPLACE_EXISTING);
-    }
 
     static List<String> record() throws IOException {
         return Files.readAllLines(RECORD, StandardCharsets.UTF_16LE);
@@ -82,18 +70,5 @@ final class HarbourWatch {
         new Win32ServiceImpl().controlNTService(NAME, Win32ServiceImpl.SERVICE_CONTROL_STOP);
         stateOnceIn(NTServiceStatus.SERVICE_STOPPED);
         Waiting.forAnswer(inUse -> !inUse, HarbourWatch::isProgramInUse);
-    }
-
-    /** Removes what a run that was broken off has left. */
-    static void clear() throws Exception {
-        Win32ServiceImpl services = new Win32ServiceImpl();
-        if (!services.serviceExists(NAME)) {
-            return;
-        }
-        int state = services.queryNTServiceStatus(NAME).getCurrentState();
-        if (state != NTServiceStatus.SERVICE_STOPPED) {
-            stop();
-        }
-        services.deleteNTService(NAME);
     }
 }

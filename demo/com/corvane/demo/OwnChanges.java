@@ -18,6 +18,7 @@ final class OwnChanges {
                 "the count of the services that Windows has started since its own start");
         leaveOut("\\[HKEY_CURRENT_USER\\\\Console[\\]\\\\].*",
                 "the looks of console windows, written when a program opens the first one");
+        leaveOut(".*\\\\hsperfdata_[^\\\\]*", "the empty folder of a JVM's counters");
         leaveOut(".*\\\\corvane_win32-\\d+(\\\\corvane_win32-\\d+\\.dll .*)?",
                 "the library's unpacked copies, in use as long as it runs, removed when it next runs; and the "
                         + "cleaner's empty folder, removed when it next runs an hour later or after");

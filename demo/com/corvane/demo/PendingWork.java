@@ -9,6 +9,12 @@ final class PendingWork {
 
     private PendingWork() {}
 
+    /** What it runs once, after that. */
+    static String showCommands(Stage stage) {
+        return stage.run("reg", "query",
+                "HKLM\\Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce");
+    }
+
     static String show(Stage stage) {
         return stage.run(QUERY);
     }

@@ -3,24 +3,27 @@ package com.corvane.demo;
 import com.corvane.wizard.platform.win32.Win32FileServiceImpl;
 import com.corvane.wizard.service.ServiceException;
 import java.io.IOException;
+import java.net.URISyntaxException;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.Paths;
+import java.nio.file.StandardCopyOption;
 import java.util.stream.Stream;
 
 /**
- * The small product that the chapters about files install. What is looked up here goes past the
- * library, through the JDK: it is what the library's work is checked against.
+ * The small product that is installed. What is looked up here goes past the library, through the
+ * JDK: it is what the library's work is checked against.
  */
 final class Product {
-    /** Above the product's folder, and made with it. */
-    static final Path VENDOR_FOLDER = Paths.get(System.getenv("ProgramFiles"), "Corvane Demo");
+    /** All of it; beside the product's own folder are what removes it, and the log of its service. */
+    static final Path ROOT = Paths.get(System.getenv("ProgramFiles"), "Harbour Notes");
 
-    static final Path FOLDER = VENDOR_FOLDER.resolve("Harbour Notes");
+    static final Path FOLDER = ROOT.resolve("program");
 
-    /** What the product is installed from. */
+    /** What the product is installed from: its files in a folder, beside the jars of its setup. */
     static final Path MEDIUM = Paths.get(System.getProperty("java.io.tmpdir"), "Corvane Demo CD");
+
 
     /** A program that runs; see {@link RunningProgram}. */
     static final String PROGRAM = "notes.exe";
@@ -30,17 +33,34 @@ final class Product {
     static final String HELP = "help\\index.txt";
     static final String FRENCH_HELP = "help\\french\\index.txt";
 
+    private static final Path CONTENT = MEDIUM.resolve("product");
     private static final String MARK = "\r\nversion ";
 
     private Product() {}
 
     /** Makes the medium with all files of a version, each of which ends in the version's number. */
-    static void makeMedium(int version) throws IOException {
+    static void makeMedium(int version) throws IOException, URISyntaxException {
+        Path jar = Paths.get(
+                Product.class.getProtectionDomain().getCodeSource().getLocation().toURI());
         Path interpreter = Paths.get(System.getenv("ComSpec"));
-        make(MEDIUM.resolve(PROGRAM), Files.readAllBytes(interpreter), version);
+        make(CONTENT.resolve(PROGRAM), Files.readAllBytes(interpreter), version);
         for (String name : new String[] {NOTES, WORDS, HELP, FRENCH_HELP}) {
-            make(MEDIUM.resolve(name), name.getBytes(StandardCharsets.UTF_8), version);
+            make(CONTENT.resolve(name), name.getBytes(StandardCharsets.UTF_8), version);
         }
+        copy(jar.resolveSibling("corvane_demo_service_" + version + ".exe"),
+                CONTENT.resolve(HarbourWatch.PROGRAM));
+        for (String name : new String[] {"corvane-demo.jar", "corvane-win32.jar"}) {
+            copy(jar.resolveSibling(name), MEDIUM.resolve(name));
+        }
+    }
+
+    /** It has a higher version than all that the product had, and cannot be started. */
+    static void breakMedium() throws IOException {
+        copy(VersionChapter.SYSTEM_DLL, CONTENT.resolve(HarbourWatch.PROGRAM));
+    }
+
+    private static void copy(Path source, Path target) throws IOException {
+        Files.copy(source, target, StandardCopyOption.REPLACE_EXISTING);
     }
 
     private static void make(Path file, byte[] content, int version) throws IOException {
@@ -64,21 +84,21 @@ final class Product {
         Files.createDirectories(FOLDER.resolve(FRENCH_HELP).getParent());
     }
 
-    /** What there is below the vendor's folder, sorted; a folder ends in a backslash. */
+    /** All that there is, sorted; a folder ends in a backslash. */
     static String[] listing() throws IOException {
-        try (Stream<Path> all = Files.walk(VENDOR_FOLDER)) {
+        try (Stream<Path> all = Files.walk(ROOT)) {
             return all.skip(1).map(Product::shown).sorted().toArray(String[]::new);
         }
     }
 
     private static String shown(Path path) {
-        String name = VENDOR_FOLDER.relativize(path).toString();
+        String name = ROOT.relativize(path).toString();
         return Files.isDirectory(path) ? name + "\\" : name;
     }
 
     /** Removes what a run that was broken off has left. */
     static void clear(Win32FileServiceImpl files) throws ServiceException {
-        for (Path folder : new Path[] {VENDOR_FOLDER, MEDIUM}) {
+        for (Path folder : new Path[] {ROOT, MEDIUM}) {
             if (Files.exists(folder)) {
                 files.win32DeleteDirectory(folder.toString(), false, true);
             }
@@ -86,7 +106,7 @@ final class Product {
     }
 
     static String onMedium(String name) {
-        return MEDIUM.resolve(name).toString();
+        return CONTENT.resolve(name).toString();
     }
 
     static String installed(String name) {

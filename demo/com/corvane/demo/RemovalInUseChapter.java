@@ -1,51 +1,62 @@
 package com.corvane.demo;
 
+import static com.corvane.demo.HarbourSetup.FAILED;
+import static com.corvane.demo.HarbourSetup.RESTART_NEEDED;
 import static com.corvane.demo.Product.PROGRAM;
-import static com.corvane.demo.Product.VENDOR_FOLDER;
 
 import com.corvane.wizard.platform.win32.Win32FileServiceImpl;
-import java.util.stream.Stream;
+import java.nio.file.Files;
+import java.nio.file.Path;
 
 /**
- * After the reboot that {@link UpdateInUseChapter} waits for: the update is complete, and the
- * product is removed while it runs. {@link NothingLeftChapter} goes on from there.
+ * What {@link UpgradeInUseChapter} has upgraded is removed while it runs. The next start of Windows
+ * completes it; {@link NothingLeftChapter} goes on from there.
  */
 final class RemovalInUseChapter implements Chapter {
-    private static final String FOLDER = Product.FOLDER.getFileName() + "\\";
+    /** The log of the service waits for the last step, which removes the folder. */
+    private static final String[] LEFT = {"program\\", "program\\" + PROGRAM, "watch.log"};
 
     private final Win32FileServiceImpl files = new Win32FileServiceImpl();
 
     @Override
     public String name() {
-        return "After the reboot: the product is removed while it runs";
+        return "Removal: a program of the product runs";
     }
 
     @Override
     public void run(Stage stage) throws Exception {
-        showUpdated(stage);
         try (RunningProgram program = RunningProgram.ofProduct()) {
-            stage.scene("The product is removed while " + PROGRAM + " runs");
-            stage.gives("remove its folder (1: done at the next reboot)", 1,
-                    () -> files.win32DeleteDirectory(VENDOR_FOLDER.toString(), false, true));
-            stage.gives("what is left", new String[] {FOLDER, FOLDER + PROGRAM}, Product::listing);
+            remove(stage);
             stage.gives("the program goes on running", true, program::isRunning);
         }
+        showPending(stage);
+        stage.scene("It cannot be installed again until then: what waits would remove it");
+        String answer = stage.run(FAILED, HarbourSetup.command());
+        stage.gives("the reason is told", true, () -> answer.contains("must be restarted first"));
+        stage.gives("delete the medium", 0, () -> files.win32DeleteDirectory(
+                Product.MEDIUM.toString(), false, true));
+    }
+
+    private static void remove(Stage stage) throws Exception {
+        stage.scene("By the command in the list of programs");
+        stage.run(RESTART_NEEDED, HarbourSetup.removal());
+        stage.gives("the cleaner is still at work", false,
+                () -> Waiting.forAnswer(cleans -> !cleans, HarbourSetup::isCleaning));
+        stage.gives("what is left", LEFT, Product::listing);
+        for (Path shortcut : HarbourSetup.SHORTCUTS) {
+            stage.gives(shortcut + " is there", false, () -> Files.exists(shortcut));
+        }
+        stage.run(1, "reg", "query", HarbourWatch.KEY);
+        stage.run(1, "reg", "query", HarbourSetup.ENTRY);
+    }
+
+    private static void showPending(Stage stage) {
+        stage.scene("What waits for the reboot");
         String answer = PendingWork.show(stage);
         stage.gives("the program is listed", true,
                 () -> answer.contains(Product.installed(PROGRAM)));
-    }
-
-    private void showUpdated(Stage stage) {
-        stage.scene("What the reboot did");
-        PendingWork.showNone(stage);
-        for (String name : new String[] {PROGRAM, Product.NOTES, Product.WORDS, Product.HELP}) {
-            stage.gives("version of " + name, 2, () -> Product.versionOf(name));
-        }
-        String[] all = {
-            "", PROGRAM, Product.NOTES, Product.WORDS, "help\\", Product.HELP, "help\\french\\",
-            Product.FRENCH_HELP
-        };
-        stage.gives("all files and folders that there are",
-                Stream.of(all).map(FOLDER::concat).sorted().toArray(), Product::listing);
+        String command = PendingWork.showCommands(stage);
+        stage.gives("so is the command that removes the folder", true,
+                () -> command.contains(Product.ROOT.toString()));
     }
 }

@@ -3,10 +3,8 @@ package com.corvane.demo;
 import static com.corvane.demo.HarbourWatch.COMMAND;
 import static com.corvane.demo.HarbourWatch.KEY;
 import static com.corvane.demo.HarbourWatch.NAME;
-import static com.corvane.demo.HarbourWatch.PROGRAM;
 import static com.corvane.demo.HarbourWatch.TITLE;
 
-import com.corvane.wizard.platform.win32.Win32FileServiceImpl;
 import com.corvane.wizard.platform.win32.Win32ServiceImpl;
 import com.corvane.wizard.platform.win32.win32service.NTServiceConfig;
 import com.corvane.wizard.platform.win32.win32service.NTServiceStatus;
@@ -14,10 +12,7 @@ import com.corvane.wizard.platform.win32.win32service.Win2kSCAction;
 import com.corvane.wizard.platform.win32.win32service.Win2kServiceFailureActions;
 import java.util.Arrays;
 
-/**
- * The product gets a service, which runs from then on. {@link VersionChapter} replaces its program,
- * {@link ServiceRemovalChapter} removes it.
- */
+/** The service that {@link InstallationChapter} has made is described, configured, controlled. */
 final class ServiceChapter implements Chapter {
     private static final String DESCRIPTION = "Keeps an eye on the harbour (見張り).";
     private static final String DEPENDENCY = "RpcSs";
@@ -28,9 +23,11 @@ final class ServiceChapter implements Chapter {
 
     private static final int NOT_CREATED = -120000;
     private static final int NOT_STARTED = -120002;
+    private static final int NOT_STOPPED = -120003;
     private static final int FAILURE_ACTIONS_UNKNOWN = -1200010;
     private static final int SERVICE_EXISTS = 1073;
     private static final int ALREADY_RUNNING = 1056;
+    private static final int NOT_ACTIVE = 1062;
 
     private final Win32ServiceImpl services = new Win32ServiceImpl();
 
@@ -41,7 +38,7 @@ final class ServiceChapter implements Chapter {
 
     @Override
     public void run(Stage stage) throws Exception {
-        make(stage);
+        describe(stage);
         configure(stage);
         sayWhatFailureBrings(stage);
         startIt(stage);
@@ -50,20 +47,13 @@ final class ServiceChapter implements Chapter {
         failOnPurpose(stage);
     }
 
-    private void make(Stage stage) {
-        Win32FileServiceImpl files = new Win32FileServiceImpl();
-        stage.scene("Its program, and the service");
-        stage.does("make the medium of its version 1", () -> HarbourWatch.makeMedium(1));
-        stage.gives("copy " + PROGRAM, 0, () -> files.win32CopyFile(
-                Product.onMedium(PROGRAM), Product.installed(PROGRAM), false));
-        stage.gives("there is such a service", false, () -> services.serviceExists(NAME));
-        stage.does("create it", () -> services.createNTService(
-                NAME, new NTServiceConfig(TITLE, COMMAND)));
+    private void describe(Stage stage) {
+        stage.scene("As the setup has made it");
         stage.gives("there is such a service", true, () -> services.serviceExists(NAME));
         stage.gives("the name that people see", TITLE,
                 () -> services.getNTServiceDisplayName(NAME));
         stage.gives("the name behind that", NAME, () -> services.getNTServiceKeyName(TITLE));
-        stage.does("describe it",
+        stage.does("describe it otherwise",
                 () -> services.changeWin2kServiceDescription(NAME, DESCRIPTION));
         stage.gives("its description", DESCRIPTION,
                 () -> services.queryWin2kServiceDescription(NAME));
@@ -75,10 +65,9 @@ final class ServiceChapter implements Chapter {
     /** Nothing else is changed by what is not said. */
     private void configure(Stage stage) throws Exception {
         NTServiceConfig change = new NTServiceConfig();
-        change.setStartType(NTServiceConfig.SERVICE_AUTO_START);
         change.setDependencies(new String[] {DEPENDENCY});
         stage.scene("Its configuration");
-        stage.does("start it with Windows, after " + DEPENDENCY,
+        stage.does("start it after " + DEPENDENCY,
                 () -> services.changeNTServiceConfig(NAME, change));
         stage.gives("how it is started (2: with Windows)", NTServiceConfig.SERVICE_AUTO_START,
                 () -> services.queryNTServiceConfig(NAME).getStartType());
@@ -114,9 +103,11 @@ final class ServiceChapter implements Chapter {
     }
 
     private void startIt(Stage stage) throws Exception {
-        stage.scene("It runs");
-        stage.gives("its state (1: stopped)", NTServiceStatus.SERVICE_STOPPED,
-                () -> services.queryNTServiceStatus(NAME).getCurrentState());
+        stage.scene("It stops, and runs again");
+        stage.does("stop it", HarbourWatch::stop);
+        stage.gives("the code of its own with which it has ended", HarbourWatch.EXIT_CODE,
+                () -> services.queryNTServiceStatus(NAME).getServiceSpecificExitCode());
+        stage.refuses("stop it again", NOT_STOPPED, NOT_ACTIVE, HarbourWatch::stop);
         stage.does("start it, to watch " + PLACE,
                 () -> services.startNTService(NAME, new String[] {PLACE}));
         isIn(stage, "its state (4: running)", NTServiceStatus.SERVICE_RUNNING);
@@ -134,7 +125,7 @@ final class ServiceChapter implements Chapter {
         stage.does("let it go on", () -> control(Win32ServiceImpl.SERVICE_CONTROL_CONTINUE));
         isIn(stage, "its state (4: running)", NTServiceStatus.SERVICE_RUNNING);
         stage.does("send it a code of its own", () -> control(CODE_OF_ITS_OWN));
-        String[] told = {NAME, PLACE, "control 2", "control 3", "control " + CODE_OF_ITS_OWN};
+        String[] told = {NAME, "control 1", NAME, PLACE, "control 2", "control 3", "control " + CODE_OF_ITS_OWN};
         stage.gives("what it was told, as it has recorded it", told,
                 () -> HarbourWatch.record().toArray());
     }

@@ -15,7 +15,9 @@ import java.util.List;
 final class Shortcut {
     private static final String GROUP = "Corvane Demo\\Häfen";
     private static final Path USER_MENU = startMenu("APPDATA");
-    private static final Path MENU_OF_ALL = startMenu("ProgramData");
+    static final Path MENU_OF_ALL = startMenu("ProgramData");
+
+    static final Path DESKTOP_OF_ALL = desktop("PUBLIC");
 
     /** The one whose attributes are changed, too. */
     static final Shortcut READ_ONLY = new Shortcut(
@@ -25,7 +27,7 @@ final class Shortcut {
             new Shortcut("$UserPrograms$", GROUP, "Übersicht", USER_MENU.resolve("Programs")),
             READ_ONLY,
             new Shortcut("$UserDesktop$", "", "Größe der Schiffe", desktop("USERPROFILE")),
-            new Shortcut("$AllUsersDesktop$", "", "Marées et phares", desktop("PUBLIC"))));
+            new Shortcut("$AllUsersDesktop$", "", "Marées et phares", DESKTOP_OF_ALL)));
 
     final String folder;
     final String group;
@@ -44,7 +46,7 @@ final class Shortcut {
     }
 
     static List<Path> desktops() {
-        return Arrays.asList(desktop("USERPROFILE"), desktop("PUBLIC"));
+        return Arrays.asList(desktop("USERPROFILE"), DESKTOP_OF_ALL);
     }
 
     private static Path startMenu(String variable) {

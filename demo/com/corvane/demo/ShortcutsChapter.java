@@ -13,15 +13,18 @@ import java.nio.file.Path;
 import java.util.stream.Stream;
 
 /**
- * The product's shortcuts in the Start menu and on the desktop, of the user and of all users, and
- * each of them started. {@link UninstallationChapter} takes them away.
+ * Shortcuts in the Start menu and on the desktop, of the user and of all users: made, started, and
+ * taken away.
  */
 final class ShortcutsChapter implements Chapter {
+    private static final int NOT_REMOVED = -80003;
+    private static final int ACCESS_DENIED = 5;
+
     private final Win32DesktopServiceImpl desktop = new Win32DesktopServiceImpl();
 
     @Override
     public String name() {
-        return "Start menu and desktop: the product's shortcuts";
+        return "Start menu and desktop: shortcuts";
     }
 
     @Override
@@ -31,6 +34,9 @@ final class ShortcutsChapter implements Chapter {
         setAttributes(stage);
         showFolder(stage);
         Shortcut.ALL.forEach(shortcut -> start(stage, shortcut));
+        failOnPurpose(stage);
+        stage.scene("They are taken away, and their groups");
+        Shortcut.ALL.forEach(shortcut -> remove(stage, shortcut));
     }
 
     private void makeGroup(Stage stage) {
@@ -94,5 +100,30 @@ final class ShortcutsChapter implements Chapter {
                 () -> Trace.take(shortcut.trace()));
         stage.gives("the file that it wrote is still there", false,
                 () -> Files.exists(shortcut.trace()));
+    }
+
+    private void failOnPurpose(Stage stage) {
+        Shortcut shortcut = Shortcut.READ_ONLY;
+        FileAttributes attributes = new FileAttributes();
+        attributes.setAttributeState(FileAttributes.OWNER_WRITEABLE, true);
+        stage.scene("A step that must fail");
+        stage.refuses("remove " + shortcut.name + ", which is read-only", NOT_REMOVED,
+                ACCESS_DENIED, () -> shortcut.remove(desktop));
+        stage.gives("the shortcut is still there", true, () -> Files.exists(shortcut.file()));
+        stage.does("make it writeable", () -> desktop.setDesktopItemAttributes(
+                shortcut.folder, shortcut.group, shortcut.name, attributes));
+    }
+
+    private void remove(Stage stage, Shortcut shortcut) {
+        stage.does("remove " + shortcut.shown(), () -> shortcut.remove(desktop));
+        stage.gives("the shortcut is still there", false, () -> Files.exists(shortcut.file()));
+        if (shortcut.topFolder() != null) {
+            Path group = shortcut.topFolder();
+            stage.gives("the group " + group.getFileName() + " is still there", false,
+                    () -> Files.exists(group));
+        }
+        Path place = shortcut.place();
+        stage.gives(place.getFileName() + ", which was there before, is still there", true,
+                () -> Files.isDirectory(place));
     }
 }

@@ -18,6 +18,14 @@ final class SystemTool {
         this.command = command;
     }
 
+    /** A text of the registry as the system's own tool shows it, empty when there is none. */
+    static String registered(String key, String value) throws IOException, InterruptedException {
+        SystemTool tool = new SystemTool("reg", "query", key, "/v", value);
+        String type = "REG_SZ";
+        return tool.run() == 0
+                ? tool.output().substring(tool.output().indexOf(type) + type.length()).trim() : "";
+    }
+
     /** Runs it to its end and returns its exit code. */
     int run() throws IOException, InterruptedException {
         Process process = new ProcessBuilder(command).redirectErrorStream(true).start();

@@ -1,5 +1,6 @@
 package com.corvane.demo;
 
+import java.nio.file.Path;
 import java.util.List;
 
 /**
@@ -16,11 +17,11 @@ final class WhatIsNewChapter implements Chapter {
     public void run(Stage stage) throws Exception {
         stage.scene("Compared with the registry and the disk before the installation");
         List<String> changes = Snapshot.saved().changesTo(Snapshot.take());
-        for (Shortcut shortcut : Shortcut.ALL) {
-            isNew(stage, "the shortcut " + shortcut.name, shortcut.file().toString(), changes);
+        for (Path shortcut : HarbourSetup.SHORTCUTS) {
+            isNew(stage, "a shortcut", shortcut.toString(), changes);
         }
         isNew(stage, "the program", Product.installed(Product.PROGRAM), changes);
-        isNew(stage, "the key of the list of programs", ProgramListEntry.KEY, changes);
+        isNew(stage, "the key of the list of programs", "\\Uninstall\\" + HarbourSetup.NAME, changes);
         isNew(stage, "the key of the service", "\\Services\\" + HarbourWatch.NAME, changes);
     }
 

@@ -45,16 +45,8 @@ final class WhoAndWhereChapter implements Chapter {
         stage.gives("it is of the NT family", true, system::isWinNTor2K);
         stage.gives("it is Windows ME", false, system::isWinME);
         stage.gives("service pack (the registry says the same)",
-                registered(VERSION, "CSDVersion"), system::getOSServiceLevel);
+                SystemTool.registered(VERSION, "CSDVersion"), system::getOSServiceLevel);
         stage.gives("boot directory (the registry says the same)",
-                registered(SETUP, "BootDir"), system::getBootDirectory);
-    }
-
-    /** A text of the registry as the system's own tool shows it, empty when there is none. */
-    private static String registered(String key, String value) throws Exception {
-        SystemTool tool = new SystemTool("reg", "query", key, "/v", value);
-        String type = "REG_SZ";
-        return tool.run() == 0
-                ? tool.output().substring(tool.output().indexOf(type) + type.length()).trim() : "";
+                SystemTool.registered(SETUP, "BootDir"), system::getBootDirectory);
     }
 }
