@@ -9,7 +9,6 @@ import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Bytes;
-import com.corvane.testing.Calls;
 import com.corvane.testing.Folder;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
@@ -26,7 +25,6 @@ import java.util.concurrent.Callable;
 import java.util.concurrent.ExecutorService;
 import java.util.concurrent.Executors;
 import java.util.concurrent.Future;
-import java.util.concurrent.FutureTask;
 import java.util.stream.IntStream;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
@@ -120,23 +118,6 @@ class BeyondScenesTest {
         threads.shutdown();
     }
 
-    /** It is started there for each shortcut, and stopped again. */
-    @Test
-    void aThreadWithoutCom() throws Exception {
-        FutureTask<Void> task = new FutureTask<>(() -> {
-            Plan.begin(Windows.W10, "");
-            for (String name : List.of("n0", "n1")) {
-                new Win32DesktopServiceImpl().createDesktopItem(folder.path(""), "", name, "C:\\x.exe", "", "", "");
-            }
-            Hooks.disarm();
-            return null;
-        });
-        new Thread(task).start();
-        task.get();
-        assertTrue(folder.has("n0.lnk") && folder.has("n1.lnk"));
-        assertEquals(List.of(2, 2), List.of(Calls.of("CoInitialize").size(), Calls.of("CoUninitialize").size()));
-    }
-
     @ParameterizedTest
     @CsvSource({"'Denied.\r\n (5)', 5", "' (2147942414)', 0x8007000E", "(5), 0", "Denied (5)., 0", "Denied (x), 0",
         "Denied (4294967296), 0", "'', 0", ", 0"})
@@ -149,9 +130,9 @@ class BeyondScenesTest {
 
     @Test
     void theKindsOfDrivesHaveNames() {
-        assertEquals(List.of(-1, 2, 1, 3, 4, 5), List.of(Win32FileServiceImpl.PARTITION_UNKNOWN,
-                Win32FileServiceImpl.PARTITION_REMOVABLE, Win32FileServiceImpl.PARTITION_FIXED,
-                Win32FileServiceImpl.PARTITION_REMOTE, Win32FileServiceImpl.PARTITION_CD,
-                Win32FileServiceImpl.PARTITION_RAM_DISK));
+        assertArrayEquals(new int[] {-1, 2, 1, 3, 4, 5}, new int[] {Win32FileServiceImpl.PARTITION_UNKNOWN,
+            Win32FileServiceImpl.PARTITION_REMOVABLE, Win32FileServiceImpl.PARTITION_FIXED,
+            Win32FileServiceImpl.PARTITION_REMOTE, Win32FileServiceImpl.PARTITION_CD,
+            Win32FileServiceImpl.PARTITION_RAM_DISK});
     }
 }

@@ -1,8 +1,6 @@
 package com.corvane.wizard.platform.win32;
 
 import static com.corvane.testing.Outcome.assertFails;
-import static com.sun.jna.platform.win32.WinReg.HKEY_LOCAL_MACHINE;
-import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
@@ -10,7 +8,6 @@ import com.corvane.testing.Folder;
 import com.corvane.testing.TestBed;
 import com.corvane.wizard.platform.win32.win32service.NTServiceConfig;
 import com.corvane.wizard.platform.win32.win32service.NTServiceStatus;
-import com.sun.jna.platform.win32.Advapi32Util;
 import com.sun.jna.platform.win32.W32Service;
 import com.sun.jna.platform.win32.W32ServiceManager;
 import com.sun.jna.platform.win32.Winsvc.SERVICE_STATUS_PROCESS;
@@ -18,9 +15,7 @@ import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.List;
-import java.util.Map;
 import java.util.concurrent.Callable;
-import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.extension.ExtendWith;
 
@@ -30,7 +25,6 @@ class ServiceTest {
 
     private static final String NAME = "CorvaneTest";
     private static final String SHOWN = "Corvane \u00dcbersicht";
-    private static final String KEY = "SYSTEM\\CurrentControlSet\\Services\\" + NAME;
 
     private final Win32ServiceImpl services = new Win32ServiceImpl();
     private final Folder folder = Folder.named("a service");
@@ -69,11 +63,22 @@ class ServiceTest {
         return new String(new ProcessBuilder(command).start().getInputStream().readAllBytes(), StandardCharsets.UTF_8);
     }
 
-    /** Deleted while it runs, it is there until it has stopped; its program may go on for a moment after that. */
+    /** Wine tells of no dependencies. Deleted while it runs, it is there until it has stopped; its program may go on for a moment after that. */
     @Test
-    void isStartedControlledAndStopped() throws Exception {
+    void isMadeDescribedStartedControlledAndStopped() throws Exception {
         NTServiceConfig config = config();
+        assertEquals("\"a b\" \"a b\" c", NTServiceConfig.quotedCommand("a b", null) + ' '
+                + NTServiceConfig.quotedCommand("a b", "c"));
+        config.setLoadOrderGroup("Group");
+        config.setPassword("secret");
         services.createNTService(NAME, config);
+        config.setUserName("LocalSystem");
+        config.setDependencies(services.queryNTServiceConfig(NAME).getDependencies());
+        assertEquals(config.toString(), services.queryNTServiceConfig(NAME).toString());
+        for (String text : new String[] {"What it does \u8868", null}) {
+            services.changeWin2kServiceDescription(NAME, text);
+            assertEquals(text, services.queryWin2kServiceDescription(NAME));
+        }
         assertFails(-120000, 1073, () -> services.createNTService(NAME, config));
         assertEquals(List.of(SHOWN, NAME),
                 List.of(services.getNTServiceDisplayName(NAME), services.getNTServiceKeyName(SHOWN)));
@@ -99,44 +104,5 @@ class ServiceTest {
         await(() -> !services.serviceExists(NAME) && !program.isAlive());
         assertEquals(List.of(NAME, "with blanks", "\u8868", "control 2", "control 3", "control 200", "control 1"),
                 Files.readAllLines(record, StandardCharsets.UTF_16LE));
-    }
-
-    /** Wine keeps the dependencies, but tells of none. Deleted while somebody has it open, it is there until then. */
-    @Test
-    void isConfiguredAndDescribed() throws Exception {
-        assertEquals("\"a b\" \"a b\" c", NTServiceConfig.quotedCommand("a b", null) + ' '
-                + NTServiceConfig.quotedCommand("a b", "c"));
-        NTServiceConfig config = config();
-        config.setDependencies(new String[] {"RpcSs", "Spooler"});
-        config.setLoadOrderGroup("Group");
-        config.setEnableDesktopInteraction(true);
-        config.setPassword("secret");
-        services.createNTService(NAME, config);
-        Map<String, Object> stored = Advapi32Util.registryGetValues(HKEY_LOCAL_MACHINE, KEY);
-        assertArrayEquals(config.getDependencies(), (String[]) stored.get("DependOnService"));
-        assertEquals(List.of(SHOWN, 272, 3, 1, config.getCommand(), "Group", "LocalSystem"),
-                Stream.of("DisplayName", "Type", "Start", "ErrorControl", "ImagePath", "Group", "ObjectName")
-                        .map(stored::get).toList());
-        config.setUserName("LocalSystem");
-        config.setDependencies(services.queryNTServiceConfig(NAME).getDependencies());
-        assertEquals(config.toString(), services.queryNTServiceConfig(NAME).toString());
-        NTServiceConfig change = new NTServiceConfig();
-        for (NTServiceConfig changed : List.of(change, config)) {
-            changed.setDisplayName("Other");
-            changed.setStartType(NTServiceConfig.SERVICE_DISABLED);
-        }
-        services.changeNTServiceConfig(NAME, change);
-        assertEquals(config.toString(), services.queryNTServiceConfig(NAME).toString());
-        assertFails(-120002, 1058, () -> services.startNTService(NAME, null));
-        for (String text : new String[] {"What it does \u8868", null}) {
-            services.changeWin2kServiceDescription(NAME, text);
-            assertEquals(text, services.queryWin2kServiceDescription(NAME));
-        }
-        try (W32ServiceManager manager = new W32ServiceManager(1); W32Service held = manager.openService(NAME, 4)) {
-            services.deleteNTService(NAME);
-            held.queryStatus();
-            assertFails(-120000, 1072, () -> services.createNTService(NAME, config));
-        }
-        await(() -> !services.serviceExists(NAME));
     }
 }
