@@ -17,19 +17,13 @@ import LnkParse3  # noqa: E402 (found where the command says)
 def fields(shortcut):
     with shortcut.open("rb") as file:
         link = LnkParse3.lnk_file(file, cp=shortcut.parent.name).get_json()
-    texts = link["data"]
     names = ("command_line_arguments", "working_directory", "icon_location")
-    icon_index = link["header"]["icon_index"]
-    target = link["link_info"].get("local_base_path", "")
-    return [target, *(texts.get(name, "") for name in names), icon_index]
-
-
-def expected(shortcut):
-    return [*shortcut.with_suffix(".txt").read_text("utf-8").split("\n"), 0]
+    texts = [link["link_info"].get("local_base_path", ""), *(link["data"].get(name, "") for name in names)]
+    return [*texts, link["header"]["icon_index"]]
 
 
 def differs(shortcut):
-    found, wanted = fields(shortcut), expected(shortcut)
+    found, wanted = fields(shortcut), [*shortcut.with_suffix(".txt").read_text("utf-8").split("\n"), 0]
     if found != wanted:
         print(f"{shortcut}\n  holds     {found}\n  and not   {wanted}")
     return found != wanted

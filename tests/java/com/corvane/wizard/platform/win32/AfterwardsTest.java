@@ -116,10 +116,6 @@ class AfterwardsTest {
                 ExtendedOpenOption.NOSHARE_WRITE, ExtendedOpenOption.NOSHARE_DELETE);
     }
 
-    private void assertLeft(String names) {
-        assertEquals(names, String.join(" ", folder.state().keySet()).trim());
-    }
-
     /**
      * Two cleaners, and a third for an installer that is killed, where the path to it has blanks; a link and what is
      * read-only; what another program has in use for a while, and for longer.
@@ -156,7 +152,7 @@ class AfterwardsTest {
         await(() -> Arrays.stream(temporary.toFile().listFiles()).allMatch(own -> own.list().length == 0));
         assertTrue(folder.has("other\\locked\\file"));
         Reboot.now();
-        assertLeft("kept kept\\file outside outside\\file");
+        assertEquals("kept kept\\file outside outside\\file", String.join(" ", folder.state().keySet()).trim());
     }
 
     private static Pointer user32(String function, Object... arguments) {
