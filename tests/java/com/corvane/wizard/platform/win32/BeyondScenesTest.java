@@ -16,6 +16,7 @@ import com.corvane.testing.Plan;
 import com.corvane.testing.RawRegistry;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
+import com.corvane.util.FileAttributes;
 import com.corvane.wizard.service.ServiceException;
 import java.nio.ByteBuffer;
 import java.nio.ByteOrder;
@@ -141,11 +142,15 @@ class BeyondScenesTest {
     }
 
     @Test
-    void theKindsOfDrivesHaveNames() {
+    void theKindsOfDrivesHaveNamesAndAStateOfAFileCanBeCleared() {
         assertArrayEquals(new int[] {-1, 2, 1, 3, 4, 5}, new int[] {Win32FileServiceImpl.PARTITION_UNKNOWN,
             Win32FileServiceImpl.PARTITION_REMOVABLE, Win32FileServiceImpl.PARTITION_FIXED,
             Win32FileServiceImpl.PARTITION_REMOTE, Win32FileServiceImpl.PARTITION_CD,
             Win32FileServiceImpl.PARTITION_RAM_DISK});
+        FileAttributes attributes = new FileAttributes();
+        attributes.setAttributeState(FileAttributes.HIDDEN, true);
+        attributes.setAttributeState(FileAttributes.HIDDEN, false);
+        assertFalse(attributes.getAttributeState(FileAttributes.HIDDEN));
     }
 
     /** The version of a file as Windows has it, a character for each byte; nothing without one. */
