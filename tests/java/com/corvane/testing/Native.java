@@ -23,10 +23,10 @@ import java.util.stream.IntStream;
 import java.util.stream.Stream;
 
 /** A native of the library, called by its name with arguments as a scene writes them. */
-final class Native {
+public final class Native {
 
-    /** The classes of natives. */
-    private static final List<String> SERVICES =
+    /** The classes of natives, in their package. */
+    public static final List<String> SERVICES =
             List.of("Win32DesktopServiceImpl", "Win32FileServiceImpl", "Win32ProductServiceImpl",
                     "Win32RegistryServiceImpl", "Win32SecurityServiceImpl", "Win32ServiceImpl",
                     "Win32SystemUtilServiceImpl", "Win32WizardInitializeServiceImpl", "environment.WindowsEnvironment",

@@ -17,7 +17,14 @@ import com.corvane.testing.RawRegistry;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import com.corvane.util.FileAttributes;
+import com.corvane.wizard.platform.win32.win32service.NTServiceConfig;
+import com.corvane.wizard.platform.win32.win32service.NTServiceStatus;
+import com.corvane.wizard.platform.win32.win32service.Win2kSCAction;
+import com.corvane.wizard.platform.win32.win32service.Win2kServiceStatusProcess;
 import com.corvane.wizard.service.ServiceException;
+import com.sun.jna.platform.win32.WinNT;
+import com.sun.jna.platform.win32.Winsvc;
+import java.lang.reflect.Field;
 import java.nio.ByteBuffer;
 import java.nio.ByteOrder;
 import java.nio.charset.StandardCharsets;
@@ -132,8 +139,8 @@ class BeyondScenesTest {
     }
 
     @ParameterizedTest
-    @CsvSource({"'Denied.\r\n (5)', 5", "' (2147942414)', 0x8007000E", "(5), 0", "Denied (5)., 0", "Denied (x), 0",
-        "Denied (4294967296), 0", "'', 0", ", 0"})
+    @CsvSource({"'Denied.\r\n (5)', 5", "'x86 (32-bit) or x64 (64-bit). (216)', 216",
+        "' (2147942414)', 0x8007000E", "(5), 0", "Denied (5)., 0", "Denied (x), 0", "Denied (4294967296), 0", "'', 0", ", 0"})
     void anExceptionTellsTheErrorAsANumberAndItsCodeInItsText(String message, long reason) {
         ServiceException exception = new ServiceException(-5, message);
         assertEquals((int) reason, exception.getReason());
@@ -151,6 +158,20 @@ class BeyondScenesTest {
         attributes.setAttributeState(FileAttributes.HIDDEN, true);
         attributes.setAttributeState(FileAttributes.HIDDEN, false);
         assertFalse(attributes.getAttributeState(FileAttributes.HIDDEN));
+    }
+
+    /** They have the values of these names in Windows' own headers, as JNA tells them. */
+    @Test
+    void theConstantsOfServicesAreTheSystems() throws ReflectiveOperationException {
+        for (Class<?> type : List.of(NTServiceConfig.class, NTServiceStatus.class, Win2kServiceStatusProcess.class,
+                Win2kSCAction.class, Win32ServiceImpl.class)) {
+            for (Field constant : type.getFields()) {
+                Field theirs = Stream.of(Winsvc.class, WinNT.class).flatMap(all -> Stream.of(all.getFields()))
+                        .filter(other -> other.getName().equals(constant.getName())).findAny().orElse(constant);
+                assertTrue(constant != theirs || constant.getName().equals("SERVICE_NO_CHANGE"), constant.toString());
+                assertEquals(theirs.getInt(null), constant.getInt(null), constant.toString());
+            }
+        }
     }
 
     /** The version of a file as Windows has it, a character for each byte; nothing without one. */

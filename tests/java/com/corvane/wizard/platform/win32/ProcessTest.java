@@ -33,8 +33,16 @@ class ProcessTest {
     /** What Wine says now and then when it is busy. */
     private static final int INTERNAL_ERROR = 1359;
 
-    private final ByteArrayOutputStream output = new ByteArrayOutputStream();
-    private final ByteArrayOutputStream errors = new ByteArrayOutputStream();
+    private final ByteArrayOutputStream output = new StaysOpen();
+    private final ByteArrayOutputStream errors = new StaysOpen();
+
+    /** Nobody but its owner closes it. */
+    private static final class StaysOpen extends ByteArrayOutputStream {
+        @Override
+        public void close() {
+            reset();
+        }
+    }
 
     /** Gives the exit code. */
     private static int run(String command, String arguments, int window, OutputStream output, OutputStream errors)

@@ -1,0 +1,148 @@
+package com.corvane.wizard.platform.win32;
+
+import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertFalse;
+import static org.junit.jupiter.api.Assertions.assertThrows;
+import static org.junit.jupiter.api.Assertions.assertTrue;
+
+import com.corvane.testing.LoadProbe;
+import java.io.IOException;
+import java.nio.channels.SeekableByteChannel;
+import java.nio.charset.StandardCharsets;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.nio.file.StandardCopyOption;
+import java.nio.file.StandardOpenOption;
+import java.util.ArrayList;
+import java.util.Collections;
+import java.util.HashSet;
+import java.util.List;
+import java.util.Set;
+import java.util.stream.Stream;
+import org.junit.jupiter.api.Test;
+import org.junit.jupiter.api.function.ThrowingConsumer;
+import org.junit.jupiter.api.io.TempDir;
+
+/** Others who want a library of theirs to be loaded with the installer's rights. */
+class LoadAttackTest {
+
+    /** Which of the attacks changes the copy itself. */
+    private static final int WRITING = 3;
+
+    @TempDir
+    Path temporary;
+
+    private Path aside() {
+        return temporary.resolve("aside" + System.nanoTime());
+    }
+
+    /** Another program of the user puts its own DLL in the place of the copy, or something into it, in every way. */
+    private List<ThrowingConsumer<Path>> attacks() throws IOException {
+        Path foreign = Files.copy(Path.of(System.getProperty("corvane.test.support")), temporary.resolve("foreign"));
+        Path prepared = temporary.resolve("prepared");
+        return List.of(
+                copy -> {
+                    if (!Files.exists(prepared)) {
+                        Files.createLink(prepared, foreign);
+                    }
+                    Files.move(prepared, copy, StandardCopyOption.ATOMIC_MOVE);
+                },
+                copy -> {
+                    Files.move(copy, aside());
+                    Files.createLink(copy, foreign);
+                },
+                copy -> {
+                    Files.delete(copy);
+                    Files.createLink(copy, foreign);
+                },
+                copy -> Files.write(copy, new byte[] {'M', 'Z'}, StandardOpenOption.WRITE));
+    }
+
+    @Test
+    void noForeignLibraryIsLoadedInPlaceOfTheCopy() throws Exception {
+        Files.createDirectories(temporary.resolve("local/Temp"));
+        Path tmp = Files.createDirectory(temporary.resolve("tmp"));
+        List<ThrowingConsumer<Path>> attacks = new ArrayList<>(attacks());
+        attacks.add(copy -> {
+            Files.move(copy.getParent(), aside());
+            Files.createDirectory(copy.getParent());
+            Files.createLink(copy, temporary.resolve("foreign"));
+        });
+        attacks.add(copy -> {
+            Path prepared = Files.createDirectory(aside());
+            Files.createLink(prepared.resolve(copy.getFileName()), temporary.resolve("foreign"));
+            Files.move(copy.getParent(), aside());
+            Files.createSymbolicLink(copy.getParent(), prepared);
+        });
+        Set<String> met = new HashSet<>();
+        Thread attacker = new Thread(() -> {
+            while (!Thread.currentThread().isInterrupted()) {
+                for (String name : tmp.toFile().list()) {
+                    met.add(name);
+                    for (ThrowingConsumer<Path> attack : attacks) {
+                        try {
+                            attack.accept(tmp.resolve(name).resolve(name + ".dll"));
+                        } catch (Throwable failure) {
+                            // and again
+                        }
+                    }
+                }
+            }
+        });
+        attacker.setDaemon(true);
+        attacker.start();
+        List<String> outcomes = LoadProbe.load(temporary, Collections.nCopies(20, "tmp"));
+        attacker.interrupt();
+        attacker.join();
+        assertEquals(Collections.nCopies(20, "loaded, answers true"), outcomes);
+        assertFalse(met.isEmpty(), "the attacker met no copy");
+    }
+
+    /** What is looked for by its name is looked for beside java.exe, in the current directory and on the PATH, too. */
+    @Test
+    void noPlantedLibraryIsLoaded() throws Exception {
+        Path home = Path.of(System.getProperty("java.home"));
+        Path own = temporary.resolve("java");
+        try (Stream<Path> all = Files.walk(home)) {
+            for (Path file : (Iterable<Path>) all::iterator) {
+                Files.copy(file, own.resolve(home.relativize(file).toString()));
+            }
+        }
+        Path path = Files.createDirectories(temporary.resolve("tmp"));
+        ProcessBuilder process = LoadProbe.jvmIn(temporary, "-Dcorvane.test.user=nobody", LoadProbe.class.getName());
+        process.command().set(0, own.resolve("bin\\java.exe").toString());
+        process.environment().put("PATH", path + ";" + System.getenv("PATH"));
+        String said = LoadProbe.said(process);
+        assertTrue(said.contains("deleteUser"), said);
+        for (Path place : List.of(own.resolve("bin"), temporary, path)) {
+            for (String name : List.of("corvane_win32", "netapi32", "netmsg", "ntdll", "advapi32", "shell32")) {
+                Files.copy(Path.of(System.getProperty("corvane.test.support")), place.resolve(name + ".dll"));
+            }
+        }
+        assertEquals(said, LoadProbe.said(process));
+    }
+
+    /** While the copy is held nobody else changes it; what was written before that is found. */
+    @Test
+    void theCopyIsHeldAndCompared() throws Exception {
+        byte[] content = "library".getBytes(StandardCharsets.UTF_8);
+        Path file = temporary.resolve("file");
+        try (SeekableByteChannel held = JarCopy.unpack(file, content)) {
+            for (ThrowingConsumer<Path> attack : attacks()) {
+                assertThrows(IOException.class, () -> attack.accept(file));
+            }
+            JarCopy.requireContent(held, content);
+        }
+        try (SeekableByteChannel held = JarCopy.holdContent(file)) {
+            assertThrows(IOException.class, () -> attacks().get(WRITING).accept(file));
+            JarCopy.requireContent(held, content);
+        }
+        assertThrows(IOException.class, () -> JarCopy.unpack(file, content), "what is there is not taken over");
+        for (String found : new String[] {"Library", "librar", "libraryy", ""}) {
+            Files.writeString(file, found);
+            try (SeekableByteChannel changed = Files.newByteChannel(file)) {
+                assertThrows(IOException.class, () -> JarCopy.requireContent(changed, content), found);
+            }
+        }
+    }
+}
