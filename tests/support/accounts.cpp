@@ -66,8 +66,9 @@ Accounts& accounts() {
 void Accounts::open(std::string_view account, uint64_t item, const std::string& function) {
   if (!isNothing(account, item)) {
     items_.insert({{account, item}, {function, runningNative()}});
-    Count& count = counts_[account];
-    count.peak = std::max(count.peak, ++count.now);
+    const auto isOfAccount = [&](const auto& entry) { return entry.first.first == account; };
+    size_t& peak = peaks_[account];
+    peak = std::max(peak, static_cast<size_t>(std::ranges::count_if(items_, isOfAccount)));
   }
 }
 
@@ -80,13 +81,11 @@ void Accounts::close(std::string_view account, uint64_t item, const std::string&
     violation(function + " closes what is not open: " + describe(account, item));
   } else {
     items_.erase(found);
-    --counts_[account].now;
   }
 }
 
 void Accounts::closeAll(std::string_view account) {
   std::erase_if(items_, [&](const auto& item) { return item.first.first == account; });
-  counts_[account].now = 0;
 }
 
 std::vector<std::string> Accounts::unbalanced() const {
@@ -105,8 +104,8 @@ size_t Accounts::leftOpen() const {
 }
 
 size_t Accounts::peak(std::string_view account) const {
-  const auto found = counts_.find(account);
-  return found == counts_.end() ? 0 : found->second.peak;
+  const auto found = peaks_.find(account);
+  return found == peaks_.end() ? 0 : found->second;
 }
 
 }  // namespace bed

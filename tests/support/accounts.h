@@ -34,14 +34,9 @@ class Accounts {
   };
 
  private:
-  struct Count {
-    size_t now = 0;
-    size_t peak = 0;
-  };
-
   /// What is opened twice is to be closed twice.
   std::multimap<std::pair<std::string_view, uint64_t>, Origin> items_;
-  std::map<std::string_view, Count> counts_;
+  std::map<std::string_view, size_t> peaks_;
 };
 
 Accounts& accounts();

@@ -33,11 +33,8 @@ void prepare(std::string_view call, Prepared prepared) {
 
 }  // namespace
 
-HOOK(void) hookJvm(JNIEnv* env) {
+HOOK(const wchar_t*) hook(JNIEnv* env, const char* dll) {
   hookJni(env);
-}
-
-HOOK(const wchar_t*) hookLibrary(const char* dll) {
   return list(hookImports(GetModuleHandleA(dll)));
 }
 
@@ -57,13 +54,6 @@ HOOK(void) disarm() {
 
 HOOK(void) fail(const char* call, uint32_t nth, uint32_t error, int andAllLater) {
   prepare(call, {.nth = nth, .always = andAllLater != 0, .error = error});
-}
-
-HOOK(void) hide(const char* function) {
-  const std::string call = std::string("GetProcAddress\t") + function;
-  for (const bool always : {false, true}) {
-    prepare(call, {.always = always, .error = ERROR_PROC_NOT_FOUND});
-  }
 }
 
 HOOK(void) answer(const char* call, uint64_t result, uint32_t lastError, int always) {
@@ -97,6 +87,10 @@ HOOK(const wchar_t*) complaints() {
   std::vector<std::string> texts = monitor().violations;
   for (const std::string& open : accounts().unbalanced()) {
     texts.push_back("still open: " + open);
+  }
+  constexpr size_t kPromisedByJni = 16;
+  if (const size_t peak = accounts().peak(Account::kLocalReference); peak > kPromisedByJni) {
+    texts.push_back("references pile up: " + std::to_string(peak) + " at once");
   }
   return list(texts);
 }

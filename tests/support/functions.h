@@ -39,10 +39,14 @@ enum class Failure {
   /// stack as it is (unwinding), or it is no function (imported data).
   kUntouched,
   kCannotFail,
-  /// Returns the error itself.
+  /// Returns the error itself: of Windows, of COM, of the system's own functions.
   kStatus,
+  kComStatus,
+  kNtStatus,
   /// Returns 0 and sets the last error.
   kZero,
+  /// Returns 0 and gives no reason, such as for a kind of drive or folder that is unknown.
+  kBareZero,
   /// Returns -1, as a handle or as 32 bits, and sets the last error.
   kMinusOne,
 
@@ -59,6 +63,10 @@ enum class Failure {
 /// What is known of one function that the library calls.
 struct Function {
   std::string_view name = {};
+  Failure failure = Failure::kCannotFail;
+  Effect effect = {};
+  /// Whether this call has the effect; null: every call has.
+  bool (*applies)(const Call&) = nullptr;
   /// How its arguments are shown: a letter for each, up to the last that is shown.
   ///
   ///     -  not shown                          p  a pointer: 0 or "&"
@@ -68,23 +76,21 @@ struct Function {
   ///     i  where a 32-bit number stands       q  where a 64-bit number stands
   ///     d  bytes; the next argument is their number       6  as many bytes as the digit
   ///     k  registry key: HKCU and its like, or "a key"    s  a SID
-  ///     l  how a program is started: desktop, size, flags, window, and its three handles
-  ///     m  what is copied to another process: a number, its size and its text
   ///     c  what is changed of a service, by the level before it
-  ///     {uhn}  a record: its fields, which have the size that their letters say
+  ///     f  a stream of the C runtime: "stderr" or another
+  ///     {uhn}  a record: its fields, which have the size that their letters say; . is 32 bits,
+  ///            not shown
   ///     [uhn]  such records; the next argument is their number
   std::string_view signature = {};
   /// Of a method and of a JNI function: its place in their table.
   uint32_t slot = 0;
-  Failure failure = Failure::kCannotFail;
-  Effect effect = {};
-  /// The error of a failure that names none; 0 leaves the last error as it is.
-  uint32_t error = 0;
-  /// Whether this call has the effect; null: every call has.
-  bool (*applies)(const Call&) = nullptr;
 
   bool isOfJni() const { return failure >= Failure::kThrows; }
   bool canFail() const;
+  bool returnsError() const;
+  /// The error of a failure that names none, which no code expects: what is hard-coded shows beside
+  /// it. 0 leaves the last error as it is.
+  uint32_t error() const;
   /// The result of a call that failed.
   uint64_t failureResult(uint32_t named) const;
   bool succeeded(uint64_t result) const;

@@ -80,6 +80,7 @@ bool HeapGuard::before(Call& call) {
 }
 
 void HeapGuard::after(Call& call) {
+  call.lastError = kLastError;
   const std::string& name = call.function->name;
   if (name == "free" || call.result == 0) {
     return;

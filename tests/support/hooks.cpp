@@ -12,24 +12,21 @@ namespace bed {
 namespace {
 
 /// Where the library's code is.
-const uint8_t* libraryBegin = nullptr;
-const uint8_t* libraryEnd = nullptr;
+const void* libraryBegin = nullptr;
+const void* libraryEnd = nullptr;
 
 /// Whether the library calls, on the watched thread. Where the compiler made a jump of a native's
 /// last call, that returns to the native's stub.
 bool concerns(const Call& call) {
-  const auto* caller = static_cast<const uint8_t*>(call.caller);
-  return monitor().watchesThisThread() &&
-         (isReturnToStub(caller) || (libraryBegin <= caller && caller < libraryEnd));
+  return monitor().watchesThisThread() && (isReturnToStub(call.caller) || isOfLibrary(call.caller));
 }
 
 const void* before(Call& call) {
   if (!concerns(call)) {
     return call.function->original;
   }
-  LastErrorScope lastError;
   checkRulesOfJni(call);
-  const bool settled = monitor().settles(call, lastError) || isNullRelease(call) ||
+  const bool settled = monitor().settles(call) || isNullRelease(call) ||
                        (HeapGuard::guards(call) && !HeapGuard::before(call));
   const Effect& effect = call.function->facts.effect;
   const uint64_t item = call.words[effect.argument];
@@ -92,10 +89,8 @@ void after(Call& call) {
   if (!concerns(call)) {
     return;
   }
-  LastErrorScope lastError;
   if (HeapGuard::guards(call)) {
     HeapGuard::after(call);
-    lastError.set(HeapGuard::kLastError);
     return;
   }
   book(call);
@@ -104,57 +99,51 @@ void after(Call& call) {
   }
 }
 
-/// Calls `visit(name, slot)` for each function that the module imports by name.
-template <class Visit>
-void forEachImport(uint8_t* base, const IMAGE_OPTIONAL_HEADER64& header, const Visit& visit) {
-  const auto& directory = header.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  const auto* import =
-      reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-  for (; import->Name != 0; ++import) {
-    const auto* names =
-        reinterpret_cast<const IMAGE_THUNK_DATA64*>(base + import->OriginalFirstThunk);
-    auto* slots = reinterpret_cast<const void**>(base + import->FirstThunk);
-    for (; names->u1.AddressOfData != 0; ++names, ++slots) {
-      if (!IMAGE_SNAP_BY_ORDINAL64(names->u1.Ordinal)) {
-        const auto* entry =
-            reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
-        visit(std::string(reinterpret_cast<const char*>(entry->Name)), slots);
-      }
-    }
+/// False for an import that the table of functions lacks.
+bool hookImport(const std::string& name, const void** slot) {
+  const Function* const facts = findFunction(name);
+  if (facts != nullptr && facts->failure != Failure::kUntouched) {
+    replace(slot, stubFor(name, *facts, *slot));
   }
+  return facts != nullptr;
 }
 
 }  // namespace
 
+bool isOfLibrary(const void* address) {
+  return libraryBegin <= address && address < libraryEnd;
+}
+
 const void* stubFor(const std::string& name, const Function& facts, const void* original) {
-  struct Stub {
-    HookedFunction function;
-    const void* address = nullptr;
-  };
-  static std::map<std::string, Stub> stubs;
+  static std::map<std::string, const void*> stubs;
   const auto [found, isNew] = stubs.try_emplace(name);
   if (isNew) {
-    found->second.function = {name, original, before, after, facts};
-    found->second.address = makeStub(found->second.function);
+    found->second = makeStub({name, original, before, after, facts});
   }
-  return found->second.address;
+  return found->second;
 }
 
 std::vector<std::string> hookImports(void* library) {
   auto* const base = static_cast<uint8_t*>(library);
   const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-  const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew);
+  const auto& header =
+      reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + dos->e_lfanew)->OptionalHeader;
   libraryBegin = base;
-  libraryEnd = base + headers->OptionalHeader.SizeOfImage;
+  libraryEnd = base + header.SizeOfImage;
   std::vector<std::string> unknown;
-  forEachImport(base, headers->OptionalHeader, [&](const std::string& name, const void** slot) {
-    const Function* const facts = findFunction(name);
-    if (facts == nullptr) {
-      unknown.push_back(name);
-    } else if (facts->failure != Failure::kUntouched) {
-      replace(slot, stubFor(name, *facts, *slot));
+  const auto imports = header.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+  const auto* import = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports);
+  for (; import->Name != 0; ++import) {
+    const auto* names = reinterpret_cast<const uint64_t*>(base + import->OriginalFirstThunk);
+    auto* slots = reinterpret_cast<const void**>(base + import->FirstThunk);
+    for (; *names != 0; ++names, ++slots) {
+      const auto* entry = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + *names);
+      const std::string name = reinterpret_cast<const char*>(entry->Name);
+      if (!hookImport(name, slots)) {
+        unknown.push_back(name);
+      }
     }
-  });
+  }
   return unknown;
 }
 

@@ -2,7 +2,8 @@
 
 #include <jvmti.h>
 
-#include <deque>
+#include <cstdio>
+#include <cstdlib>
 
 #include "accounts.h"
 #include "monitor.h"
@@ -21,7 +22,6 @@ bool isPending(const Call& call) {
   return jni->ExceptionCheck(environment(call)) != JNI_FALSE;
 }
 
-std::deque<HookedFunction> natives;
 const HookedFunction* running = nullptr;
 std::wstring returned;
 
@@ -34,21 +34,18 @@ std::wstring textOf(JNIEnv* env, jstring text) {
 
 /// Empty for null, 0 and false.
 std::wstring describe(JNIEnv* env, char type, uint64_t result) {
-  const auto number = [](int64_t value) { return value == 0 ? L"" : std::to_wstring(value); };
-  switch (type) {
-    case 'V':
-      return L"";
-    case 'Z':
-      return (result & 0xFF) != 0 ? L"true" : L"";
-    case 'I':
-      return number(static_cast<jint>(result));
-    case 'J':
-      return number(static_cast<jlong>(result));
-    case HookedFunction::kText:
-      return result == 0 ? L"" : textOf(env, reinterpret_cast<jstring>(result));
-    default:
-      return result == 0 ? L"" : L"an object";
+  if (type == HookedFunction::kText && result != 0) {
+    return textOf(env, reinterpret_cast<jstring>(result));
   }
+  const int64_t value = type == 'V'   ? 0
+                        : type == 'Z' ? static_cast<jboolean>(result)
+                        : type == 'I' ? static_cast<jint>(result)
+                                      : static_cast<jlong>(result);
+  const bool isNumber = type == 'I' || type == 'J';
+  return value == 0    ? L""
+         : isNumber    ? std::to_wstring(value)
+         : type == 'Z' ? L"true"
+                       : L"an object";
 }
 
 const void* beforeNative(Call& call) {
@@ -63,7 +60,6 @@ void afterNative(Call& call) {
   if (!monitor().watchesThisThread()) {
     return;
   }
-  const LastErrorScope lastError;
   running = reinterpret_cast<const HookedFunction*>(call.note);
   accounts().closeAll(Account::kLocalReference);
   returned.clear();
@@ -83,36 +79,32 @@ std::string taken(jvmtiEnv* jvmti, char* text) {
   return copy;
 }
 
-bool isOfLibrary(jvmtiEnv* jvmti, JNIEnv* env, jmethodID method) {
-  jclass type = nullptr;
-  char* signature = nullptr;
-  jvmti->GetMethodDeclaringClass(method, &type);
-  jvmti->GetClassSignature(type, &signature, nullptr);
-  jni->DeleteLocalRef(env, type);
-  return taken(jvmti, signature).starts_with("Lcom/corvane/wizard/");
-}
-
 void JNICALL
-onBind(jvmtiEnv* jvmti, JNIEnv* env, jthread, jmethodID method, void* address, void** newAddress) {
-  if (isOfLibrary(jvmti, env, method)) {
+onBind(jvmtiEnv* jvmti, JNIEnv*, jthread, jmethodID method, void* address, void** newAddress) {
+  if (isOfLibrary(address)) {
     char* name = nullptr;
     char* signature = nullptr;
     jvmti->GetMethodName(method, &name, &signature, nullptr);
+    HookedFunction native = {taken(jvmti, name), address, beforeNative, afterNative};
     const std::string types = taken(jvmti, signature);
-    natives.push_back({taken(jvmti, name), address, beforeNative, afterNative});
-    natives.back().type =
+    native.type =
         types.ends_with(")Ljava/lang/String;") ? HookedFunction::kText : types[types.find(')') + 1];
-    *newAddress = const_cast<void*>(makeStub(natives.back()));
+    *newAddress = const_cast<void*>(makeStub(native));
   }
 }
 
-/// Whether the JVM takes a table that leads its functions past the monitor.
-bool hookTable(jvmtiEnv* jvmti) {
-  JNINativeInterface_* table = nullptr;
-  if (jvmti->GetJNIFunctionTable(&jni) != JVMTI_ERROR_NONE ||
-      jvmti->GetJNIFunctionTable(&table) != JVMTI_ERROR_NONE) {
-    return false;
+void require(int error) {
+  if (error != JNI_OK) {
+    std::fputs("the JVM does not let its calls be watched", stderr);
+    std::abort();
   }
+}
+
+/// Gives the JVM a table that leads its functions past the monitor.
+void hookTable(jvmtiEnv* jvmti) {
+  JNINativeInterface_* table = nullptr;
+  require(jvmti->GetJNIFunctionTable(&jni));
+  require(jvmti->GetJNIFunctionTable(&table));
   auto** const slots = reinterpret_cast<const void**>(table);
   for (size_t slot = 0; slot < sizeof *table / sizeof *slots; ++slot) {
     const Function* const facts = findJniFunction(slot);
@@ -123,31 +115,29 @@ bool hookTable(jvmtiEnv* jvmti) {
       slots[slot] = stubFor(name, facts == nullptr ? unlisted : *facts, slots[slot]);
     }
   }
-  return jvmti->SetJNIFunctionTable(table) == JVMTI_ERROR_NONE;
+  require(jvmti->SetJNIFunctionTable(table));
 }
 
-/// Whether the JVM tells of natives before their first call.
-bool hookNatives(jvmtiEnv* jvmti) {
+/// Has the JVM tell of natives before their first call.
+void hookNatives(jvmtiEnv* jvmti) {
   jvmtiCapabilities capabilities{};
   capabilities.can_generate_native_method_bind_events = 1;
   jvmtiEventCallbacks callbacks{};
   callbacks.NativeMethodBind = onBind;
-  return jvmti->AddCapabilities(&capabilities) == JVMTI_ERROR_NONE &&
-         jvmti->SetEventCallbacks(&callbacks, sizeof callbacks) == JVMTI_ERROR_NONE &&
-         jvmti->SetEventNotificationMode(JVMTI_ENABLE, JVMTI_EVENT_NATIVE_METHOD_BIND, nullptr) ==
-             JVMTI_ERROR_NONE;
+  require(jvmti->AddCapabilities(&capabilities));
+  require(jvmti->SetEventCallbacks(&callbacks, sizeof callbacks));
+  require(jvmti->SetEventNotificationMode(JVMTI_ENABLE, JVMTI_EVENT_NATIVE_METHOD_BIND, nullptr));
 }
 
 }  // namespace
 
 void hookJni(JNIEnv* env) {
   JavaVM* vm = nullptr;
-  env->GetJavaVM(&vm);
   jvmtiEnv* jvmti = nullptr;
-  if (vm->GetEnv(reinterpret_cast<void**>(&jvmti), JVMTI_VERSION_1_2) != JNI_OK ||
-      !hookTable(jvmti) || !hookNatives(jvmti)) {
-    env->FatalError("the JVM does not let its calls be watched");
-  }
+  require(env->GetJavaVM(&vm));
+  require(vm->GetEnv(reinterpret_cast<void**>(&jvmti), JVMTI_VERSION_1_2));
+  hookTable(jvmti);
+  hookNatives(jvmti);
 }
 
 void checkRulesOfJni(const Call& call) {

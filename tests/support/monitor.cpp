@@ -28,14 +28,14 @@ bool comes(Prepared& entry, bool canFail) {
   return canFail && (++entry.seen == entry.nth || (entry.always && entry.seen > entry.nth));
 }
 
-void fail(Call& call, uint32_t named, LastErrorScope& lastError) {
+void fail(Call& call, uint32_t named) {
   const Function& facts = call.function->facts;
-  const uint32_t error = named != 0 ? named : facts.error;
+  const uint32_t error = named != 0 ? named : facts.error();
   call.result = facts.failureResult(error);
   if (facts.isOfJni()) {
     throwInJava(call);
-  } else if (error != 0 && facts.failure != Failure::kStatus) {
-    lastError.set(error == Prepared::kNoError ? 0 : error);
+  } else if (error != 0 && !facts.returnsError()) {
+    call.lastError = error == Prepared::kNoError ? 0 : error;
   }
 }
 
@@ -50,14 +50,14 @@ void lead(uint64_t place, size_t size) {
   }
 }
 
-void answer(Call& call, const Prepared& prepared, LastErrorScope& lastError) {
+void answer(Call& call, const Prepared& prepared) {
   for (const auto& [argument, bytes] : prepared.writes) {
     std::memcpy(reinterpret_cast<void*>(call.words[argument]), bytes.data(), bytes.size());
     lead(call.words[argument], bytes.size());
   }
   call.result = prepared.result;
   if (prepared.error != 0) {
-    lastError.set(prepared.error);
+    call.lastError = prepared.error;
   }
 }
 
@@ -83,12 +83,6 @@ uint64_t handOut(const Call& call, const Prepared& prepared) {
 }
 
 }  // namespace
-
-LastErrorScope::LastErrorScope() : error_(GetLastError()) {}
-
-LastErrorScope::~LastErrorScope() {
-  SetLastError(error_);
-}
 
 Monitor& monitor() {
   static Monitor instance;
@@ -122,7 +116,7 @@ Prepared* Monitor::due(const Call& call) {
   return due;
 }
 
-bool Monitor::settles(Call& call, LastErrorScope& lastError) {
+bool Monitor::settles(Call& call) {
   const Function& facts = call.function->facts;
   calls.push_back(showCall(call.function->name, facts.signature, call.words));
   failable[facts.isOfJni() ? 1 : 0] += facts.canFail() ? 1 : 0;
@@ -132,14 +126,14 @@ bool Monitor::settles(Call& call, LastErrorScope& lastError) {
   }
   if (entry->kind == Kind::kFails) {
     failed = entry->call == anyOf(call) ? static_cast<int>(calls.size()) - 1 : failed;
-    fail(call, entry->error, lastError);
+    fail(call, entry->error);
     return true;
   }
   ++entry->seen;
   if (entry->kind == Kind::kFinds) {
     call.result = handOut(call, *entry);
   } else {
-    answer(call, *entry, lastError);
+    answer(call, *entry);
   }
   return true;
 }

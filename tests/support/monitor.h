@@ -10,20 +10,6 @@
 
 namespace bed {
 
-/// Keeps the thread's last error over the hooks' own work.
-class LastErrorScope {
- public:
-  LastErrorScope();
-  LastErrorScope(const LastErrorScope&) = delete;
-  LastErrorScope& operator=(const LastErrorScope&) = delete;
-  ~LastErrorScope();
-  /// The error to leave behind instead of the kept one.
-  void set(uint32_t error) { error_ = error; }
-
- private:
-  uint32_t error_;
-};
-
 /// What is prepared for a call in the system's place.
 struct Prepared {
   enum class Kind {
@@ -62,7 +48,7 @@ class Monitor {
   void reset() { *this = Monitor(); }
 
   /// Takes down a call. Gives it its result when one is prepared.
-  bool settles(Call& call, LastErrorScope& lastError);
+  bool settles(Call& call);
   /// What was prepared in vain, in words.
   std::vector<std::wstring> unused() const;
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <sstream>
@@ -55,8 +56,7 @@ std::wstring showText(bool wide, uint64_t word) {
   if (word <= 0xFFFF) {
     return word == 0 ? L"null" : showNumber(word);
   }
-  const std::wstring text = wide ? at<wchar_t>(word) : showText(at<char>(word));
-  return text.empty() ? L"''" : text;
+  return wide ? at<wchar_t>(word) : showText(at<char>(word));
 }
 
 std::wstring showKey(uint64_t word) {
@@ -74,45 +74,22 @@ std::wstring showSid(const void* sid) {
   return text;
 }
 
-/// How a program is started: its desktop, what of the rest is given, its window, and its handles.
-std::wstring showStartup(bool wide, const STARTUPINFOA* startup) {
-  std::wstring text = showText(wide, reinterpret_cast<uint64_t>(startup->lpDesktop));
-  for (const uint64_t number : {uint64_t{startup->cb},
-                                uint64_t{startup->dwFlags},
-                                uint64_t{startup->wShowWindow},
-                                reinterpret_cast<uint64_t>(startup->hStdInput),
-                                reinterpret_cast<uint64_t>(startup->hStdOutput),
-                                reinterpret_cast<uint64_t>(startup->hStdError)}) {
-    text += L'\t' + showNumber(number);
-  }
-  return text;
-}
+std::wstring showRecords(std::string_view fields, bool wide, uint64_t address, size_t count);
 
-/// What is handed to another process's window.
-std::wstring showCopied(const COPYDATASTRUCT* data) {
-  return showNumber(data->dwData) + L'\t' + showNumber32(data->cbData) + L'\t' +
-         showText(static_cast<const char*>(data->lpData));
-}
-
-/// A description, or what is done on failure: "60 message command 1/500 2/0".
+/// A description, or what is done on failure: a record, and one for each action.
 std::wstring showServiceChange(uint64_t level, uint64_t address) {
   if (level == SERVICE_CONFIG_DESCRIPTION) {
-    return showText(true, *at<uint64_t>(address));
+    return showRecords("u", true, address, 1);
   }
   const auto& failure = *at<SERVICE_FAILURE_ACTIONSW>(address);
-  std::wstring text = showNumber32(failure.dwResetPeriod) + L" " +
-                      showText(true, reinterpret_cast<uint64_t>(failure.lpRebootMsg)) + L" " +
-                      showText(true, reinterpret_cast<uint64_t>(failure.lpCommand)) +
-                      (failure.lpsaActions == nullptr ? L" null" : L"");
-  for (size_t index = 0; index < failure.cActions; ++index) {
-    const SC_ACTION& action = failure.lpsaActions[index];
-    text += L" " + std::to_wstring(action.Type) + L"/" + showNumber32(action.Delay);
-  }
-  return text;
+  const auto actions = reinterpret_cast<uint64_t>(failure.lpsaActions);
+  return showRecords("nuunp", true, address, 1) +
+         (failure.cActions == 0 ? L"" : showRecords("nn", true, actions, failure.cActions));
 }
 
 std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
   const uint64_t value = *word;
+  const bool isNull = value == 0;
   switch (letter) {
     case 't':
     case 'u':
@@ -125,43 +102,44 @@ std::wstring showArgument(char letter, bool wide, const uint64_t* word) {
     case 'w':
       return showNumber(value);
     case 'p':
-      return value == 0 ? L"0" : L"&";
+      return isNull ? L"0" : L"&";
     case 'k':
       return showKey(value);
     case 'i':
-      return value == 0 ? L"null" : showNumber32(*at<uint32_t>(value));
+      return isNull ? L"null" : showNumber32(*at<uint32_t>(value));
     case 'q':
-      return value == 0 ? L"null" : showNumber(*at<uint64_t>(value));
+      return isNull ? L"null" : showNumber(*at<uint64_t>(value));
     case 's':
-      return value == 0 ? L"null" : showSid(at<void>(value));
-    case 'm':
-      return showCopied(at<COPYDATASTRUCT>(value));
-    case 'l':
-      return showStartup(wide, at<STARTUPINFOA>(value));
+      return isNull ? L"null" : showSid(at<void>(value));
     case 'c':
       return showServiceChange(word[-1], value);
+    case 'f':
+      return at<FILE>(value) == stderr ? L"stderr" : L"another";
     case 'd':
-      return value == 0 ? L"null" : showBytes(at<uint8_t>(value), static_cast<uint32_t>(word[1]));
+      return isNull ? L"null" : showBytes(at<uint8_t>(value), static_cast<uint32_t>(word[1]));
     default:
-      return value == 0 ? L"null"
-                        : showBytes(at<uint8_t>(value), static_cast<size_t>(letter - '0'));
+      return isNull ? L"null" : showBytes(at<uint8_t>(value), static_cast<size_t>(letter - '0'));
   }
 }
 
 size_t sizeOfField(char letter) {
-  return letter == 'y' ? 1 : letter == 'h' ? 2 : letter == 'n' ? 4 : 8;
+  return letter == 'y' ? 1 : letter == 'h' ? 2 : letter == 'n' || letter == '.' ? 4 : 8;
 }
 
 /// Records that stand one behind the other; each field is at the next place that its size allows.
-std::wstring showRecords(std::string_view fields, uint64_t address, size_t count) {
+std::wstring showRecords(std::string_view fields, bool wide, uint64_t address, size_t count) {
   std::wstring shown;
   for (; address != 0 && count != 0; --count) {
-    for (const char& letter : fields) {
+    wchar_t separator = L'(';
+    for (const char letter : fields) {
       const size_t size = sizeOfField(letter);
       address = (address + size - 1) / size * size;
       uint64_t word = 0;
       std::memcpy(&word, at<void>(address), size);
-      shown += (&letter == fields.data() ? L'(' : L',') + showArgument(letter, true, &word);
+      if (letter != '-' && letter != '.') {
+        shown += separator + showArgument(letter, wide, &word);
+        separator = L',';
+      }
       address += size;
     }
     address = (address + 7) / 8 * 8;
@@ -174,15 +152,17 @@ std::wstring showRecords(std::string_view fields, uint64_t address, size_t count
 
 std::wstring showCall(std::string_view name, std::string_view signature, const uint64_t* words) {
   std::wstring shown(name.begin(), name.end());
+  const bool wide = name.ends_with('W');
   for (; !signature.empty(); signature.remove_prefix(1), ++words) {
     const char letter = signature[0];
     if (letter == '{' || letter == '[') {
       const size_t end = signature.find_first_of("}]");
       const size_t count = letter == '{' ? 1 : static_cast<uint32_t>(words[1]);
-      shown += L'\t' + showRecords(signature.substr(1, end - 1), *words, count);
+      shown += L'\t' + showRecords(signature.substr(1, end - 1), wide, *words, count);
       signature.remove_prefix(end);
     } else if (letter != '-') {
-      shown += L'\t' + showArgument(letter, name.ends_with('W'), words);
+      const std::wstring argument = showArgument(letter, wide, words);
+      shown += L'\t' + (argument.empty() ? L"''" : argument);
     }
   }
   return shown;

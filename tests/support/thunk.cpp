@@ -4,10 +4,11 @@
 
 #include <cstddef>
 #include <cstring>
+#include <deque>
 
 namespace bed {
 
-static_assert(sizeof(Call) == 40 && offsetof(Call, words) == 8 && offsetof(Call, caller) == 16 &&
+static_assert(sizeof(Call) == 48 && offsetof(Call, words) == 8 && offsetof(Call, caller) == 16 &&
                   offsetof(Call, result) == 24,
               "the thunk below knows this layout");
 
@@ -17,11 +18,16 @@ void bedThunk();
 void bedReturned();
 
 const void* bedBefore(Call* call) {
-  return call->function->before(*call);
+  call->lastError = GetLastError();
+  const void* const next = call->function->before(*call);
+  SetLastError(call->lastError);
+  return next;
 }
 
 void bedAfter(Call* call) {
+  call->lastError = GetLastError();
   call->function->after(*call);
+  SetLastError(call->lastError);
 }
 }
 
@@ -43,14 +49,14 @@ bedThunk:
     .seh_pushreg %rbx
     pushq %rsi
     .seh_pushreg %rsi
-    subq $232, %rsp
-    .seh_stackalloc 232
+    subq $248, %rsp
+    .seh_stackalloc 248
     .seh_endprologue
     leaq 192(%rsp), %rbx
-    leaq 256(%rsp), %rsi
+    leaq 272(%rsp), %rsi
     movq %r11, 0(%rbx)
     movq %rsi, 8(%rbx)
-    movq 248(%rsp), %rax
+    movq 264(%rsp), %rax
     movq %rax, 16(%rbx)
     movq $0, 24(%rbx)
     movq $0, 32(%rbx)
@@ -74,30 +80,25 @@ bedReturned:
 2:  movq %rbx, %rcx
     call bedAfter
     movq 24(%rbx), %rax
-    addq $232, %rsp
+    addq $248, %rsp
     popq %rsi
     popq %rbx
     ret
     .seh_endproc
 )");
 
-const void* makeStub(HookedFunction& function) {
-  constexpr size_t kPoolSize = size_t{1} << 16;
-  static uint8_t* next = nullptr;
-  static const uint8_t* end = nullptr;
+const void* makeStub(const HookedFunction& function) {
+  static std::deque<HookedFunction> functions;
   // mov r11, function; mov r10, bedThunk; jmp r10
-  uint8_t code[32] = {0x49, 0xBB, 0, 0, 0, 0, 0, 0, 0,    0,    0x49, 0xBA,
-                      0,    0,    0, 0, 0, 0, 0, 0, 0x41, 0xFF, 0xE2};
-  const void* const operands[] = {&function, reinterpret_cast<const void*>(&bedThunk)};
+  uint8_t code[] = {0x49, 0xBB, 0, 0, 0, 0, 0, 0, 0,    0,    0x49, 0xBA,
+                    0,    0,    0, 0, 0, 0, 0, 0, 0x41, 0xFF, 0xE2};
+  const void* const operands[] = {&functions.emplace_back(function),
+                                  reinterpret_cast<const void*>(&bedThunk)};
   std::memcpy(code + 2, &operands[0], sizeof(void*));
   std::memcpy(code + 12, &operands[1], sizeof(void*));
-  if (next == end) {
-    next = static_cast<uint8_t*>(
-        VirtualAlloc(nullptr, kPoolSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
-    end = next + kPoolSize;
-  }
-  next += sizeof code;
-  return std::memcpy(next - sizeof code, code, sizeof code);
+  void* const stub =
+      VirtualAlloc(nullptr, sizeof code, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
+  return std::memcpy(stub, code, sizeof code);
 }
 
 bool isReturnToStub(const void* address) {

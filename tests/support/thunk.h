@@ -22,6 +22,8 @@ struct Call {
   uint64_t result;
   /// For `before` to leave something to `after`.
   uint64_t note;
+  /// The thread's last error, which the hooks' own work leaves as it is unless they set another.
+  uint32_t lastError;
 };
 
 /// A function of any signature that calls are led past; none has arguments or a result in floating
@@ -39,12 +41,15 @@ struct HookedFunction {
   static constexpr char kText = 'T';
 };
 
-/// Makes the address to call instead of `function.original`. Both live until the process ends.
-const void* makeStub(HookedFunction& function);
+/// Makes the address to call instead of `function.original`. It lives until the process ends.
+const void* makeStub(const HookedFunction& function);
 
 /// Whether an address is where a stub's original returns to: its caller is a hooked function whose
 /// last act is a jump.
 bool isReturnToStub(const void* address);
+
+/// Whether an address is in the hooked library.
+bool isOfLibrary(const void* address);
 
 /// What is called instead of `original`: a stub that leads it past the monitor when the library
 /// calls. One for each name.

@@ -5,6 +5,7 @@ import java.util.ArrayList;
 import java.util.HashMap;
 import java.util.List;
 import java.util.Map;
+import java.util.stream.Collectors;
 import java.util.stream.IntStream;
 
 /** The calls that a scene names: all of each function that it names at all, in order. */
@@ -32,6 +33,14 @@ public final class Calls {
     /** All calls of the library, as the tables of functions show them. */
     static List<String> shown(Stage stage) {
         return Hooks.each(Hooks.calls()).stream().map(call -> stage.shown(call.replace('\t', ' '))).toList();
+    }
+
+    /** What the C runtime wrote to the standard error stream, a letter a call; other output shows as its calls. */
+    static String written() {
+        return Hooks.each(Hooks.calls()).stream().filter(call -> call.matches("(fputw?c|fwrite|vfprintf|fwprintf)\t.*"))
+                .map(call -> call.matches("fputc\t\\d+\tstderr")
+                        ? Character.toString(Integer.parseInt(call.split("\t")[1])) : call)
+                .collect(Collectors.joining());
     }
 
     /** Those of one function, with a blank before each argument. */

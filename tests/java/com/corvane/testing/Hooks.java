@@ -19,11 +19,8 @@ public final class Hooks {
 
     private Hooks() {}
 
-    /** Leads every JNI call of the hooked DLLs past the hooks. Once in a process. */
-    static native void hookJvm(JNIEnv current);
-
-    /** Hooks all imports of a loaded DLL. A list of those that the table of functions lacks. */
-    static native WString hookLibrary(String dll);
+    /** Hooks all that a loaded DLL calls, and its natives. A list of imports that the table of functions lacks. */
+    static native WString hook(JNIEnv current, String dll);
 
     /** Forgets everything that was prepared, recorded and booked. */
     public static native void reset();
@@ -45,9 +42,6 @@ public final class Hooks {
      * one that fits, or as the JVM would fail it. Arguments may follow the function, as calls are shown.
      */
     public static native void fail(String call, int nth, int error, boolean andAllLater);
-
-    /** A function that GetProcAddress does not find, as on a Windows too old for it; it must be asked for. */
-    static native void hide(String function);
 
     /**
      * Answers one call of a function in Windows' place, or every later one, and leaves this last error; 0: it
@@ -79,7 +73,7 @@ public final class Hooks {
     /** A list of what was prepared and has not come about, in words. */
     static native WString unused();
 
-    /** A list of what is open that must be closed by now, and of what the library did that it must never do. */
+    /** A list of what is open that must be closed by now, or was too much at once, and of what must never be done. */
     static native WString complaints();
 
     /** A list, taken apart. */

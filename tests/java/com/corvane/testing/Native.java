@@ -3,6 +3,7 @@ package com.corvane.testing;
 import static com.corvane.testing.Outcome.sure;
 
 import com.corvane.util.FileAttributes;
+import com.corvane.wizard.platform.win32.Win32Library;
 import com.corvane.wizard.platform.win32.win32service.Win2kSCAction;
 import com.corvane.wizard.service.ServiceException;
 import java.lang.reflect.Field;
@@ -16,21 +17,23 @@ import java.util.HexFormat;
 import java.util.List;
 import java.util.Map;
 import java.util.Optional;
+import java.util.function.Function;
 import java.util.regex.MatchResult;
 import java.util.regex.Pattern;
 import java.util.stream.Collectors;
 import java.util.stream.IntStream;
 import java.util.stream.Stream;
+import org.junit.platform.commons.support.ReflectionSupport;
 
 /** A native of the library, called by its name with arguments as a scene writes them. */
 public final class Native {
 
-    /** The classes of natives, in their package. */
-    public static final List<String> SERVICES =
-            List.of("Win32DesktopServiceImpl", "Win32FileServiceImpl", "Win32ProductServiceImpl",
-                    "Win32RegistryServiceImpl", "Win32SecurityServiceImpl", "Win32ServiceImpl",
-                    "Win32SystemUtilServiceImpl", "Win32WizardInitializeServiceImpl", "environment.WindowsEnvironment",
-                    "security.WindowsAccountPrivilegeServiceImpl");
+    /** All of the library, by their names. */
+    public static final Map<String, Method> NATIVES =
+            ReflectionSupport.findAllClassesInPackage(Win32Library.class.getPackageName(), type -> true, name -> true)
+                    .stream().flatMap(type -> Arrays.stream(type.getMethods()))
+                    .filter(method -> Modifier.isNative(method.getModifiers()))
+                    .collect(Collectors.toMap(Method::getName, Function.identity(), (one, same) -> one));
     private static final Map<String, Boolean> TRUTHS = Map.of("true", true, "false", false);
     private static final List<String> ROOTS = List.of("HKCR", "HKCC", "HKCU", "HKLM", "HKU");
 
@@ -49,19 +52,14 @@ public final class Native {
     Native(String call, Stage stage) {
         this.stage = stage;
         List<String> words = WORD.matcher(call).results().map(MatchResult::group).toList();
-        method = SERVICES.stream().flatMap(service -> Arrays.stream(classOf(service).getMethods()))
-                .filter(found -> found.getName().equals(words.get(0)) && Modifier.isNative(found.getModifiers()))
-                .findAny().orElseThrow(() -> new AssertionError("no native has this name: " + words.get(0)));
+        method = Optional.ofNullable(NATIVES.get(words.get(0)))
+                .orElseThrow(() -> new AssertionError("no native has this name: " + words.get(0)));
         Class<?>[] types = method.getParameterTypes();
         if (types.length != words.size() - 1) {
             throw new AssertionError("wrong number of arguments: " + call);
         }
         arguments = IntStream.range(0, types.length).mapToObj(at -> argument(types[at], words.get(at + 1))).toArray();
         request = Stream.of(arguments).filter(Requested.class::isInstance).map(Requested.class::cast).findAny();
-    }
-
-    private static Class<?> classOf(String service) {
-        return sure(() -> Class.forName("com.corvane.wizard.platform.win32." + service));
     }
 
     private Object argument(Class<?> type, String word) {

@@ -14,6 +14,7 @@ import java.util.regex.Pattern;
 /** What a scene has Windows do: fail, answer otherwise than it is, or lack a function. */
 public final class Plan {
 
+    private static final int NOT_FOUND = 127;
     private static final Pattern FAILURE = Pattern.compile("([\\w:]+?)(?:#(\\d+))?=(\\w+)(\\*?)");
     private static final Pattern ANSWER = Pattern.compile("(\\w+)(?:/(\\d+))?(\\*?)");
 
@@ -45,7 +46,9 @@ public final class Plan {
         String name = entry.size() == 1 ? "" : entry.get(1).text();
         Matcher failure = FAILURE.matcher(first);
         if (first.equals("no")) {
-            Hooks.hide(fullName(name, system));
+            String call = "GetProcAddress\t" + fullName(name, system);
+            // The first must be asked for.
+            List.of(false, true).forEach(andAllLater -> Hooks.fail(call, 1, NOT_FOUND, andAllLater));
         } else if (first.equals("memory")) {
             byte[] data = data(entry.subList(2, entry.size()), !system.isAnsi());
             addresses.put(name, Native.malloc(data.length));

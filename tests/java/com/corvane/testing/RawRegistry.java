@@ -9,7 +9,9 @@ import com.sun.jna.platform.win32.WinReg;
 import com.sun.jna.platform.win32.WinReg.HKEY;
 import com.sun.jna.platform.win32.WinReg.HKEYByReference;
 import com.sun.jna.ptr.IntByReference;
+import java.util.ArrayList;
 import java.util.Arrays;
+import java.util.List;
 import java.util.function.Function;
 import java.util.stream.Stream;
 
@@ -79,30 +81,27 @@ public final class RawRegistry {
     /** Deletes a key with everything in it, links themselves; one that is missing is no failure. */
     public static void deleteTree(String key) {
         in(key, OPEN_LINK, opened -> {
-            for (String name = subkey(opened, 0); name != null; name = subkey(opened, 0)) {
-                deleteTree(key + "\\" + name);
-            }
+            all("RegEnumKeyExW", opened).forEach(name -> deleteTree(key + "\\" + name));
             // RegDeleteKey would follow a link.
             require(NativeLibrary.getInstance("ntdll").getFunction("NtDeleteKey").invokeInt(new Object[] {opened}));
             return null;
         });
     }
 
-    /** Null when there are no more. */
-    private static String subkey(HKEY key, int index) {
-        IntByReference length = new IntByReference((int) NAME.size() / 2);
-        return call("RegEnumKeyExW", key, index, NAME, length, null, null, null, null) == 0
-                ? NAME.getWideString(0) : null;
-    }
-
-    /** Its name, type and data; null when there are no more. */
-    private static String value(HKEY key, int index) {
-        IntByReference length = new IntByReference((int) NAME.size() / 2);
-        IntByReference type = new IntByReference();
-        IntByReference size = new IntByReference((int) DATA.size());
-        return call("RegEnumValueW", key, index, NAME, length, null, type, DATA, size) == 0
-                ? NAME.getWideString(0) + ' ' + type.getValue() + ' '
-                        + Arrays.toString(DATA.getByteArray(0, size.getValue())) + '\n' : null;
+    /** What a function enumerates: the names of keys; the names of values, with their types and data. */
+    private static List<String> all(String function, HKEY key) {
+        IntByReference type = function.equals("RegEnumValueW") ? new IntByReference() : null;
+        List<String> found = new ArrayList<>();
+        while (true) {
+            IntByReference length = new IntByReference((int) NAME.size() / 2);
+            IntByReference size = type == null ? null : new IntByReference((int) DATA.size());
+            Memory data = type == null ? null : DATA;
+            if (call(function, key, found.size(), NAME, length, null, type, data, size) != 0) {
+                return found;
+            }
+            found.add(NAME.getWideString(0) + (type == null ? ""
+                    : " " + type.getValue() + " " + Arrays.toString(DATA.getByteArray(0, size.getValue()))));
+        }
     }
 
     /**
@@ -122,16 +121,10 @@ public final class RawRegistry {
     /** All keys, values, types and data of a tree as text. */
     public static String dump(String key) {
         return in(key, 0, opened -> {
-            StringBuilder text = new StringBuilder("[" + key + "]\n");
-            int index = 0;
-            for (String value = value(opened, 0); value != null; value = value(opened, ++index)) {
-                text.append(value);
-            }
-            index = 0;
-            for (String name = subkey(opened, 0); name != null; name = subkey(opened, ++index)) {
-                text.append(dump(key + "\\" + name));
-            }
-            return text.toString();
+            List<String> lines = new ArrayList<>(List.of("[" + key + "]"));
+            lines.addAll(all("RegEnumValueW", opened));
+            all("RegEnumKeyExW", opened).forEach(name -> lines.add(dump(key + "\\" + name)));
+            return String.join("\n", lines);
         });
     }
 }

@@ -118,8 +118,8 @@ final class Scene {
         List<String> differences = new ArrayList<>();
         prepare(system);
         String before = stage.files();
-        String said = StandardError.during(() -> call(differences));
-        compare(differences, "on the standard error stream", text("says"), said);
+        call(differences);
+        compare(differences, "on the standard error stream", text("says"), Calls.written());
         if (has("calls")) {
             differences.addAll(new Calls(clause("calls"), system, stage).differences(false));
         }
@@ -132,7 +132,7 @@ final class Scene {
             compare(differences, "things left open", clause("open"), Integer.toString(Hooks.leftOpen()));
         }
         differences.addAll(Hooks.each(Hooks.unused()));
-        differences.addAll(TestBed.complaints());
+        differences.addAll(Hooks.each(Hooks.complaints()));
         return differences;
     }
 

@@ -39,7 +39,7 @@ final class SceneFile {
     private final Map<String, String> lets = new HashMap<>();
     private final Map<String, String> ofFile = new HashMap<>();
     private final Map<String, String> ofSection = new HashMap<>();
-    private final List<Section> sections = new ArrayList<>();
+    final List<Section> sections = new ArrayList<>();
 
     SceneFile(Path file) throws IOException {
         this.file = file;
@@ -52,10 +52,6 @@ final class SceneFile {
             }
             read(number, line.toString().trim());
         }
-    }
-
-    List<Section> sections() {
-        return sections;
     }
 
     private void read(int number, String line) {

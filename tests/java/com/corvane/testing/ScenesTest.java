@@ -39,7 +39,7 @@ class ScenesTest {
         for (String name : new TreeSet<>(List.of(folder.toFile().list()))) {
             if (name.matches(wanted + "\\.txt")) {
                 tests.add(DynamicContainer.dynamicContainer(name,
-                        new SceneFile(folder.resolve(name)).sections().stream().map(SceneFile.Section::tests)));
+                        new SceneFile(folder.resolve(name)).sections.stream().map(SceneFile.Section::tests)));
             }
         }
         return tests;
@@ -50,7 +50,7 @@ class ScenesTest {
     List<DynamicTest> scenesThatMustFail() throws IOException {
         List<DynamicTest> tests = new ArrayList<>();
         Path file = Path.of(System.getProperty("corvane.test.scenes"), "engine", "must_fail.txt");
-        for (SceneFile.Section section : new SceneFile(file).sections()) {
+        for (SceneFile.Section section : new SceneFile(file).sections) {
             for (Scene scene : section.scenes()) {
                 tests.add(DynamicTest.dynamicTest(section.heading(), () -> {
                     String said = assertThrows(AssertionError.class, () -> scene.play(Windows.W10)).getMessage();

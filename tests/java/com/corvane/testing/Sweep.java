@@ -143,7 +143,7 @@ final class Sweep {
     }
 
     private void note(String run, boolean mayEndEarly) {
-        List<String> complaints = TestBed.complaints();
+        List<String> complaints = new ArrayList<>(Hooks.each(Hooks.complaints()));
         if (scene.has("calls")) {
             complaints.addAll(new Calls(scene.clause("calls"), system, stage).differences(mayEndEarly));
         }

@@ -11,6 +11,7 @@ import java.io.IOException;
 import java.lang.module.ModuleDescriptor.Exports;
 import java.lang.module.ModuleDescriptor;
 import java.lang.module.ModuleFinder;
+import java.lang.reflect.Method;
 import java.net.URL;
 import java.net.URLClassLoader;
 import java.nio.file.Files;
@@ -127,10 +128,9 @@ class Win32LibraryTest {
     void everyClassOfNativesLoadsTheLibrary() throws Exception {
         Win32Library.load();
         URL[] jar = {Path.of(System.getProperty("corvane.test.jar")).toUri().toURL()};
-        for (String name : Native.SERVICES) {
+        for (Class<?> type : Native.NATIVES.values().stream().map(Method::getDeclaringClass).distinct().toList()) {
             try (URLClassLoader another = new URLClassLoader(jar, null)) {
-                assertThrows(UnsatisfiedLinkError.class,
-                        () -> Class.forName("com.corvane.wizard.platform.win32." + name, true, another), name);
+                assertThrows(UnsatisfiedLinkError.class, () -> Class.forName(type.getName(), true, another), type::getName);
             }
         }
     }
