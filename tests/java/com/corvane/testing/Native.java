@@ -31,7 +31,7 @@ public final class Native {
     /** All of the library, by their names. */
     public static final Map<String, Method> NATIVES =
             ReflectionSupport.findAllClassesInPackage(Win32Library.class.getPackageName(), type -> true, name -> true)
-                    .stream().flatMap(type -> Arrays.stream(type.getMethods()))
+                    .stream().flatMap(type -> Arrays.stream(type.getDeclaredMethods()))
                     .filter(method -> Modifier.isNative(method.getModifiers()))
                     .collect(Collectors.toMap(Method::getName, Function.identity(), (one, same) -> one));
     private static final Map<String, Boolean> TRUTHS = Map.of("true", true, "false", false);
@@ -95,7 +95,7 @@ public final class Native {
         Object record = sure(() -> type.getConstructor().newInstance());
         for (String item : items) {
             String[] parts = item.split("=", 2);
-            Method setter = Arrays.stream(type.getMethods())
+            Method setter = Arrays.stream(type.getDeclaredMethods())
                     .filter(method -> method.getName().matches("(?i)(set|add)" + parts[0])).findAny().orElseThrow();
             sure(() -> setter.invoke(record, argument(setter.getParameterTypes()[0], parts[1])));
         }
