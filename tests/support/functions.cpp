@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <ranges>
 
 #include "thunk.h"
 
@@ -193,10 +192,13 @@ Function functionOf(Function row, std::string_view text) {
 
 const std::vector<Function>& functions() {
   static const std::vector<Function> all = [] {
+    constexpr std::string_view kSeparator = "; ";
     std::vector<Function> found;
     for (const Function& row : kRows) {
-      for (const auto text : std::views::split(row.name, std::string_view("; "))) {
-        found.push_back(functionOf(row, std::string_view(text.begin(), text.end())));
+      for (std::string_view rest = row.name; !rest.empty();) {
+        const size_t end = std::min(rest.find(kSeparator), rest.size());
+        found.push_back(functionOf(row, rest.substr(0, end)));
+        rest.remove_prefix(std::min(end + kSeparator.size(), rest.size()));
       }
     }
     return found;
