@@ -29,10 +29,12 @@ public final class Folder {
         return new Folder(Path.of(System.getProperty("java.io.tmpdir"), "corvane test", name));
     }
 
-    /** The same, made anew. */
+    /** The same, made anew; or what was left in it before a start of Windows. */
     public static Folder named(String name) {
         Folder folder = at(name);
-        folder.clear();
+        if (!Reboot.isAfter()) {
+            folder.clear();
+        }
         return folder;
     }
 

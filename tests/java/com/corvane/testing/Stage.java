@@ -14,6 +14,9 @@ import java.util.stream.Stream;
 final class Stage {
 
     private static final List<String> MARKS = List.of("read-only", "hidden");
+    /** Windows' own directory, and how scenes write it. */
+    private static final String ROOT = System.getenv("SystemRoot");
+    private static final String SHOWN_ROOT = "C:\\windows";
 
     private final Folder folder = Folder.at("scene");
     private final boolean usesFiles;
@@ -28,12 +31,13 @@ final class Stage {
     /** With the whole names of the folder and the key, and each character spelled out. */
     String real(String text) {
         return Words.spelledOut(text.replaceAll("~(?!\\d)", folder.path("").replace("\\", "\\\\"))
-                .replaceAll("\\bKEY\\b", RawRegistry.KEY.replace("\\", "\\\\")));
+                .replaceAll("\\bKEY\\b", RawRegistry.KEY.replace("\\", "\\\\")).replace(SHOWN_ROOT, ROOT));
     }
 
     /** As a scene says it. */
     String shown(String text) {
-        return text.replace(folder.path(""), "~").replace(RawRegistry.KEY, "KEY").replace('\0', '\u2400');
+        return text.replace(folder.path(""), "~").replace(RawRegistry.KEY, "KEY").replace(ROOT, SHOWN_ROOT)
+                .replace('\0', '\u2400');
     }
 
     /** Nothing there but these files; the registry's key is empty, or full of one value of each kind. */

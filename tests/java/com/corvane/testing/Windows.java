@@ -1,6 +1,10 @@
 package com.corvane.testing;
 
+import java.nio.file.Files;
+import java.nio.file.Path;
 import java.util.Arrays;
+import java.util.List;
+import org.junit.jupiter.api.Assumptions;
 
 /** The Windows that the library believes to run on. */
 public enum Windows {
@@ -20,6 +24,15 @@ public enum Windows {
     private static final int WIDE_RECORD = 276;
     private static final int INSUFFICIENT_BUFFER = 122;
 
+    /** Its program that starts Windows anew. */
+    static final boolean IS_WINE = Files.exists(Path.of(System.getenv("SystemRoot"), "system32", "wineboot.exe"));
+
+    /** What would change the accounts or the services of this machine, where a scene says nothing in its place. */
+    private static final List<String> NEVER_CALLED = List.of("LsaClose", "LsaAddAccountRights", "LsaRemoveAccountRights",
+            "NetUserAdd", "NetUserDel", "NetLocalGroupAdd", "NetLocalGroupDel", "NetLocalGroupAddMembers",
+            "NetGroupAdd", "NetGroupDel", "NetGroupAddUser", "CreateServiceW", "ChangeServiceConfigW",
+            "ChangeServiceConfig2W", "StartServiceW", "ControlService", "DeleteService", "SetUserObjectSecurity");
+
     private final int platform;
     private final int major;
     private final int minor;
@@ -32,8 +45,14 @@ public enum Windows {
         this.knowsLongRecord = knowsLongRecord;
     }
 
+    /** What follows is true under Wine alone, for this reason: on any other Windows, the test is skipped. */
+    public static void onlyWine(String reason) {
+        Assumptions.assumeTrue(IS_WINE, "needs Wine: " + reason);
+    }
+
     /** Makes this the system, until the next reset of the hooks. */
     public void use() {
+        NEVER_CALLED.forEach(function -> Hooks.answer(function, 0, 0, true));
         for (int size : new int[] {SHORT_RECORD, LONG_RECORD, WIDE_RECORD}) {
             boolean knows = size == LONG_RECORD ? knowsLongRecord : this != UNKNOWN;
             byte[] record = Arrays.copyOf(Bytes.number(size, major, minor, 0, platform), knows ? size : 0);
