@@ -47,6 +47,13 @@ stop_wine() {
   [ -z "${wine_started:-}" ] || wine_server -k || true
 }
 
+# Everything that runs ends, and Windows starts anew.
+restart_wine() {
+  wine_server -k
+  wine_server -w
+  start_wine
+}
+
 # Changes with what make_prefix does, so that prefixes made before are made ready too.
 prefix_ready=.ready-2
 

@@ -14,13 +14,17 @@ final class BeforeChapter implements Chapter {
 
     @Override
     public void run(Stage stage) {
+        clear(stage);
+        stage.scene("The registry and the disk");
+        stage.does("write down what is in them", () -> Snapshot.take().save());
+        stage.gives("both are there to compare with", true, () -> Snapshot.saved().isWhole());
+    }
+
+    static void clear(Stage stage) {
         stage.scene("What a run that was broken off has left");
         stage.does("clear registry entries", RegistryChapter::clear);
         stage.does("clear the product", HarbourSetup::clear);
         stage.does("clear shortcuts", BeforeChapter::clearShortcuts);
-        stage.scene("The registry and the disk");
-        stage.does("write down what is in them", () -> Snapshot.take().save());
-        stage.gives("both are there to compare with", true, () -> Snapshot.saved().isWhole());
     }
 
     private static void clearShortcuts() throws ServiceException {

@@ -39,18 +39,25 @@ public final class Demo {
         CHAPTERS.put("--after-second-reboot", Collections.singletonList(NothingLeftChapter::new));
     }
 
+    /** Takes back what a part has left, when no other is to follow. */
+    private static final String UNDO = "--undo";
+
     private Demo() {}
 
     public static void main(String[] arguments) throws Exception {
         String argument = String.join(" ", arguments);
-        int part = new ArrayList<>(CHAPTERS.keySet()).indexOf(argument);
-        if (part < 0) {
-            System.err.println("One of these arguments, or none: " + CHAPTERS.keySet());
-            System.exit(2);
-        }
         // The texts of an installer are in many languages, whatever the console's code page is.
         PrintStream out = new PrintStream(new FileOutputStream(FileDescriptor.out), true, "UTF-8");
         Stage stage = new Stage(out);
+        if (argument.equals(UNDO)) {
+            play(stage, Collections.singletonList(UndoChapter::new));
+            System.exit(stage.allAsExpected() ? 0 : 1);
+        }
+        int part = new ArrayList<>(CHAPTERS.keySet()).indexOf(argument);
+        if (part < 0) {
+            System.err.println("One of these arguments, or none: " + CHAPTERS.keySet() + ", " + UNDO);
+            System.exit(2);
+        }
         Tally tally = Tally.takenBy(part);
         play(stage, CHAPTERS.get(argument));
         if (stage.allAsExpected()) {

@@ -1,11 +1,16 @@
 package com.corvane.demo;
 
 import java.io.IOException;
+import java.nio.file.FileVisitOption;
+import java.nio.file.FileVisitResult;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.Paths;
+import java.nio.file.SimpleFileVisitor;
 import java.nio.file.attribute.BasicFileAttributes;
 import java.util.ArrayList;
+import java.util.Collections;
+import java.util.EnumSet;
 import java.util.List;
 import java.util.stream.Collectors;
 import java.util.stream.Stream;
@@ -30,8 +35,9 @@ final class DiskListing {
     }
 
     private static List<Path> places() {
-        List<Path> places = Stream.of("ProgramFiles", "SystemRoot")
-                .map(System::getenv).map(Paths::get).collect(Collectors.toList());
+        List<Path> places = Host.isWine() ? Stream.of("ProgramFiles", "SystemRoot")
+                .map(System::getenv).map(Paths::get).collect(Collectors.toList())
+                : new ArrayList<>(Collections.singletonList(Product.ROOT));
         places.add(Paths.get(System.getProperty("java.io.tmpdir")));
         places.addAll(Shortcut.startMenus());
         return places;
@@ -39,17 +45,26 @@ final class DiskListing {
 
     private static List<String> below(Path place, int depth) throws IOException {
         List<String> lines = new ArrayList<>();
-        try (Stream<Path> all = Files.walk(place, depth)) {
-            for (Path path : (Iterable<Path>) all::iterator) {
-                lines.add(line(path));
+        Files.walkFileTree(place, EnumSet.noneOf(FileVisitOption.class), depth, new SimpleFileVisitor<Path>() {
+            @Override
+            public FileVisitResult preVisitDirectory(Path path, BasicFileAttributes attributes) {
+                lines.add(FOLDER + path);
+                return FileVisitResult.CONTINUE;
             }
-        }
-        return lines;
-    }
 
-    private static String line(Path path) throws IOException {
-        BasicFileAttributes attributes = Files.readAttributes(path, BasicFileAttributes.class);
-        return attributes.isDirectory() ? FOLDER + path
-                : FILE + path + ' ' + attributes.size() + ' ' + attributes.lastModifiedTime();
+            @Override
+            public FileVisitResult visitFile(Path path, BasicFileAttributes attributes) {
+                lines.add(attributes.isDirectory() ? FOLDER + path
+                        : FILE + path + ' ' + attributes.size() + ' ' + attributes.lastModifiedTime());
+                return FileVisitResult.CONTINUE;
+            }
+
+            /** What is not there; and some folders of Windows let nobody in. */
+            @Override
+            public FileVisitResult visitFileFailed(Path path, IOException failure) {
+                return FileVisitResult.CONTINUE;
+            }
+        });
+        return lines;
     }
 }

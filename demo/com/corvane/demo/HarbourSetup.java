@@ -24,7 +24,8 @@ final class HarbourSetup {
     /** In the list of programs, which {@link #LIST} shows. */
     static final String ENTRY =
             "HKLM\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\" + NAME;
-    static final String[] LIST = {"uninstaller", "--list"};
+    static final String[] LIST = Host.isWine() ? new String[] {"uninstaller", "--list"}
+            : new String[] {"reg", "query", ENTRY};
 
     static final List<Path> SHORTCUTS = Collections.unmodifiableList(Arrays.asList(
             Shortcut.MENU_OF_ALL.resolve("Programs\\Harbour\\" + NAME + ".lnk"),

@@ -9,6 +9,8 @@ import java.util.regex.Pattern;
 final class OwnChanges {
     private static final Map<Pattern, String> REASONS = new LinkedHashMap<>();
 
+    private static final Pattern PRODUCT = Pattern.compile("corvane|harbour", Pattern.CASE_INSENSITIVE);
+
     static {
         leaveOut("\\[HKEY_LOCAL_MACHINE\\\\System\\\\.*\\\\Control\\\\Video\\\\\\{.*",
                 "the display adapter, which Windows enters under a new name at each start");
@@ -18,10 +20,15 @@ final class OwnChanges {
                 "the count of the services that Windows has started since its own start");
         leaveOut("\\[HKEY_CURRENT_USER\\\\Console[\\]\\\\].*",
                 "the looks of console windows, written when a program opens the first one");
+        leaveOut(".*\\\\wininit\\.(ini|bak) .*",
+                "the list that the start of older Windows carried out");
         leaveOut(".*\\\\hsperfdata_[^\\\\]*", "the empty folder of a JVM's counters");
         leaveOut(".*\\\\corvane_win32-\\d+(\\\\corvane_win32-\\d+\\.dll .*)?",
                 "the library's unpacked copies, in use as long as it runs, removed when it next runs; and the "
                         + "cleaner's empty folder, removed when it next runs an hour later or after");
+        if (!Host.isWine()) {
+            REASONS.put(Pattern.compile("(?!)"), "whatever does not name the product");
+        }
     }
 
     private OwnChanges() {}
@@ -32,6 +39,11 @@ final class OwnChanges {
 
     static boolean contain(String line) {
         return REASONS.keySet().stream().anyMatch(lines -> lines.matcher(line).matches());
+    }
+
+    /** Where people work, other programs write all the time: there, a change counts that names the product. */
+    static boolean areSeenIn(String line) {
+        return Host.isWine() || PRODUCT.matcher(line).find();
     }
 
     static Collection<String> reasons() {

@@ -5,12 +5,18 @@ import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
+import java.util.Arrays;
 import java.util.List;
 
 /** A root of the registry as the system's own tool writes it down. */
 final class RegistryExport {
     /** Bytes go on in the next line, behind two spaces. */
     private static final String CONTINUATION = "\\\\\\R  ";
+
+    /** All of it; or, where it is large and others write all the time, what installations change of it. */
+    static final List<String> ROOTS = Host.isWine() ? Arrays.asList("HKLM", "HKCU") : Arrays.asList(
+            "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+            "HKLM\\SYSTEM\\CurrentControlSet\\Services", "HKCU\\Environment");
 
     private RegistryExport() {}
 

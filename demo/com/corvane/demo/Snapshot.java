@@ -28,8 +28,9 @@ final class Snapshot {
 
     static Snapshot take() throws IOException, InterruptedException {
         SortedSet<String> all = new TreeSet<>(DiskListing.lines());
-        all.addAll(RegistryExport.lines("HKLM"));
-        all.addAll(RegistryExport.lines("HKCU"));
+        for (String root : RegistryExport.ROOTS) {
+            all.addAll(RegistryExport.lines(root));
+        }
         return new Snapshot(all.stream().filter(line -> !OwnChanges.contain(line)));
     }
 
@@ -47,8 +48,8 @@ final class Snapshot {
 
     /** Each of the parts that are compared has something. */
     boolean isWhole() {
-        return Stream.of("[HKEY_LOCAL_MACHINE\\Software", "[HKEY_CURRENT_USER\\Software",
-                        DiskListing.FOLDER, DiskListing.FILE)
+        return Stream.of("[HKEY_LOCAL_MACHINE\\S", "[HKEY_CURRENT_USER\\",
+                        DiskListing.FOLDER, Host.isWine() ? DiskListing.FILE : "")
                 .allMatch(part -> lines.stream().anyMatch(line -> line.startsWith(part)));
     }
 
@@ -61,6 +62,6 @@ final class Snapshot {
     }
 
     private Stream<String> linesWithout(Snapshot other) {
-        return lines.stream().filter(line -> !other.lines.contains(line));
+        return lines.stream().filter(line -> !other.lines.contains(line)).filter(OwnChanges::areSeenIn);
     }
 }

@@ -7,6 +7,7 @@ import java.nio.ByteBuffer;
 import java.nio.charset.CharacterCodingException;
 import java.nio.charset.Charset;
 import java.nio.charset.StandardCharsets;
+import java.util.regex.Pattern;
 import java.util.stream.Stream;
 
 /** One run of a program that comes with Windows, with all that it printed. */
@@ -36,6 +37,13 @@ final class SystemTool {
 
     String output() {
         return output;
+    }
+
+    /** A text as tools print it: where their code page is not UTF-8, of some letters they print what they like. */
+    static Pattern printed(String text) {
+        boolean isUtf8 = System.getProperty("sun.jnu.encoding").equals("UTF-8");
+        return Pattern.compile(isUtf8 ? Pattern.quote(text)
+                : text.replaceAll("([^\\w ])", "\\\\$1").replaceAll("\\\\?\\P{ASCII}", ".{1,4}"));
     }
 
     /** The lines that hold something. */
