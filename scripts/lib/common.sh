@@ -13,7 +13,7 @@ mkdir -p "$cache"
 cache=$(cd "$cache" && pwd)
 
 for part in versions packages downloads locale wine java build tests lint report library_checks \
-  release sandbox; do
+  release check sandbox; do
   # shellcheck source=/dev/null
   . "$project/scripts/lib/$part.sh"
 done

@@ -3,7 +3,7 @@
 build_packages=(g++-mingw-w64-x86-64-win32 cmake ninja-build openjdk-17-jdk-headless)
 run_packages=(wine64 python3-pip)
 jar_packages=(maven)
-release_packages=(git faketime)
+release_packages=(git faketime googletest)
 test_packages=(clang lld clang-format clang-tidy googletest locales python3-yaml)
 
 # need_packages NAME...: quick when nothing is missing, and then asks nothing of the network.

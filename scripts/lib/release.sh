@@ -36,7 +36,8 @@ project_git() {
 }
 
 build_release() {
-  build_preset mingw "corvane_win32 corvane_cleaner corvane_jar" "-DCORVANE_TIMESTAMP=$release_time"
+  build_preset mingw "corvane_win32 corvane_cleaner corvane_jar ${check_targets[*]}" \
+    "-DCORVANE_TIMESTAMP=$release_time" "${test_options[@]}" -DCORVANE_DEMO=ON
 }
 
 # pack_release: what was built, and the sources, in all the forms that they are handed out in.
@@ -44,8 +45,9 @@ pack_release() {
   make_javadoc
   make_repository
   make_archive
-  (cd "$project/build" && find repository "$(basename "$(release_folder)").zip" -type f ! -name '*.md5' \
-    ! -name '*.sha*' -print0 | sort -z | xargs -0 sha256sum) >"$project/build/SHA256SUMS"
+  make_check_archive
+  (cd "$project/build" && find repository "$(basename "$(release_folder)").zip" \
+    "$(basename "$(check_folder)").zip" -type f ! -name '*.md5' ! -name '*.sha*' -print0 | sort -z | xargs -0 sha256sum) >"$project/build/SHA256SUMS"
 }
 
 make_javadoc() {
@@ -143,6 +145,7 @@ same_release() {
   again="$1/$name/build"
   diff -r --brief "$(release_folder)" "$again/$name" || same=1
   diff -r --brief "$maven_repository" "$again/repository" || same=1
+  diff -r --brief "$(check_folder)" "$again/$(basename "$(check_folder)")" || same=1
   (cd "$again" && sha256sum --check --quiet "$project/build/SHA256SUMS") || same=1
   return "$same"
 }

@@ -3,12 +3,16 @@
 need_for_tests() {
   need_packages "${build_packages[@]}" "${run_packages[@]}" "${jar_packages[@]}" \
     "${test_packages[@]}"
+  need_test_downloads
+  need_japanese_locale
+}
+
+need_test_downloads() {
   need_windows_jvm
   need_shortcut_parser
   need_jar "$junit_artifact" "$junit_sha256"
   need_jar "$jna_artifact" "$jna_sha256"
   need_jar "$jna_platform_artifact" "$jna_platform_sha256"
-  need_japanese_locale
 }
 
 test_options=(
