@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -83,7 +84,7 @@ struct Function {
   ///     [uhn]  such records; the next argument is their number
   std::string_view signature = {};
   /// Of a method and of a JNI function: its place in their table.
-  uint32_t slot = 0;
+  size_t slot = 0;
 
   bool isOfJni() const { return failure >= Failure::kThrows; }
   bool canFail() const;

@@ -52,11 +52,12 @@ TEST(Order, KnowsNamesWithSemicolons) {
 TEST(Order, RemovesWhatIsOneThingBelowARoot) {
   expectAll(LR"(10 z:\a\b Z:\a\..b\c.. UNC\s\d\a)", "1a ", R"(z:/a/b\;Z:\a\..b\c..;\\s\d\a)");
   // The second cannot be told from two.
-  expectAll(L"10",
-            "1a *",
-            R"(|C:\P;D:\x|a|a\b|\a|/a|C:|C:a|C:\|c:/|C:\\|C:\\a|C:\.|C:\.\a|C:\..|C:\a\..|C:\a\..\..\b)"
-            R"(|C:\a\.. \b|C:\ |C:\a\...|C:\*|C:\a?|C:\a:b|C:\a<b|\\s|\\s\d|\\s\d\|\\.\C:\a)"
-            R"(|\\?\C:\a|\??\C:\a|C:\a\\b|\\s\d\/a|\\\s\d\a|1:\a)");
+  expectAll(
+      L"10",
+      "1a *",
+      R"(|C:\P;D:\x|a|a\b|\a|/a|C:|C:a|C:\|c:/|C:\\|C:\\a|C:\.|C:\.\a|C:\..|C:\a\..|C:\a\..\..\b)"
+      R"(|C:\a\.. \b|C:\ |C:\a\...|C:\*|C:\a?|C:\a:b|C:\a<b|\\s|\\s\d|\\s\d\|\\.\C:\a)"
+      R"(|\\?\C:\a|\??\C:\a|C:\a\\b|\\s\d\/a|\\\s\d\a|1:\a)");
 }
 
 }  // namespace
