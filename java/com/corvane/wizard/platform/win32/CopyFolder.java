@@ -3,6 +3,7 @@ package com.corvane.wizard.platform.win32;
 import java.io.IOException;
 import java.nio.file.DirectoryIteratorException;
 import java.nio.file.DirectoryStream;
+import java.nio.file.FileAlreadyExistsException;
 import java.nio.file.Files;
 import java.nio.file.InvalidPathException;
 import java.nio.file.LinkOption;
@@ -21,6 +22,7 @@ import java.util.Collections;
 import java.util.EnumSet;
 import java.util.LinkedHashSet;
 import java.util.List;
+import java.util.Random;
 import java.util.Set;
 import java.util.concurrent.TimeUnit;
 
@@ -35,13 +37,15 @@ final class CopyFolder {
     /** An empty folder that is younger may be about to get its copy. */
     private static final long STALE_MILLISECONDS = TimeUnit.HOURS.toMillis(1);
 
+    private static final int MOST_TRIES = 10_000;
+
     private CopyFolder() {}
 
     /** A new folder in {@code place}; where the file system has rights, only its owner and rulers have any. */
     static Path create(Path place) throws IOException {
         boolean hasRights = Files.getFileStore(place).supportsFileAttributeView(AclFileAttributeView.class);
         Set<UserPrincipal> rulers = hasRights ? rulers() : Collections.emptySet();
-        Path folder = Files.createTempDirectory(place, PREFIX);
+        Path folder = createNew(place);
         try {
             if (hasRights) {
                 closeToOthers(folder, rulers);
@@ -50,6 +54,23 @@ final class CopyFolder {
         } catch (IOException | RuntimeException e) {
             remove(folder);
             throw e;
+        }
+    }
+
+    /**
+     * The JDK's own method for this draws its names from a SecureRandom, which a JVM cannot always seed: that looks
+     * at all of the network's adapters. The name may be guessed: what is there already is never taken over.
+     */
+    private static Path createNew(Path place) throws IOException {
+        Random random = new Random();
+        for (int tries = 1;; tries++) {
+            try {
+                return Files.createDirectory(place.resolve(PREFIX + (random.nextLong() >>> 1)));
+            } catch (FileAlreadyExistsException e) {
+                if (tries == MOST_TRIES) {
+                    throw e;
+                }
+            }
         }
     }
 
