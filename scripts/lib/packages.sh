@@ -1,6 +1,8 @@
-# Debian packages: what each script needs, installed when missing.
+# Debian packages: what each script needs, installed when missing. Where names are parted by bars, any of
+# them serves, and the first that the release has is installed.
 
-build_packages=(g++-mingw-w64-x86-64-win32 cmake ninja-build openjdk-17-jdk-headless)
+jdk_packages='openjdk-17-jdk-headless|openjdk-21-jdk-headless|openjdk-25-jdk-headless'
+build_packages=(g++-mingw-w64-x86-64-win32 cmake ninja-build "$jdk_packages")
 run_packages=(wine64 python3-pip)
 jar_packages=(maven)
 release_packages=(git faketime googletest)
@@ -22,26 +24,49 @@ need_packages() {
 }
 
 missing_packages() {
-  local name missing=()
-  for name in "$@"; do
-    if [ "$(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null)" != installed ]; then
-      missing+=("$name")
-    fi
+  local names missing=()
+  for names in "$@"; do
+    first_package is_installed "$names" >/dev/null || missing+=("$names")
   done
   echo "${missing[*]}"
 }
 
+# first_package CHECK NAME|NAME...: the first of which the check is true.
+first_package() {
+  local name
+  for name in ${2//|/ }; do
+    if "$1" "$name"; then
+      echo "$name"
+      return
+    fi
+  done
+  return 1
+}
+
+is_installed() {
+  [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+is_offered() {
+  [ -n "$(apt-cache show "$1" 2>/dev/null)" ]
+}
+
 install_packages() {
+  local names chosen=()
   export DEBIAN_FRONTEND=noninteractive
   apt-get update -q
-  apt-get install -q -y --no-install-recommends -o DPkg::Lock::Timeout=600 "$@"
+  for names in "$@"; do
+    chosen+=("$(first_package is_offered "$names" || echo "$names")")
+  done
+  apt-get install -q -y --no-install-recommends -o DPkg::Lock::Timeout=600 "${chosen[@]}"
 }
 
 warn_of_other_release() {
   local ID='' VERSION_ID=''
   # shellcheck disable=SC1091 # a file of the system
   . /etc/os-release
-  if [ "$ID $VERSION_ID" != "debian $debian_release" ]; then
-    echo "Made for Debian $debian_release; on this system ($ID $VERSION_ID) versions will differ."
-  fi
+  case "$ID $VERSION_ID" in
+    "debian 12" | "debian 13") ;;
+    *) echo "Made for Debian 12 and 13; on this system ($ID $VERSION_ID) versions will differ." ;;
+  esac
 }

@@ -1,9 +1,7 @@
 # Everything that is downloaded, pinned: version and SHA-256. Debian's own packages are pinned by the
 # release.
 
-debian_release=12
-
-# The Windows JVM, as a Python package: newer ones do not start on this release's Wine.
+# The Windows JVM, as a Python package: newer ones do not start on Debian 12's Wine.
 jvm_version=17.0.9.2
 jvm_sha256=f8d8bb10f721aee7ec6ad85409b241e2d6b490afb314da921ad3efd9ff7b8197
 

@@ -56,8 +56,12 @@ final class InstallationChapter implements Chapter {
     private static void askTheSystem(Stage stage) {
         stage.scene("The same as the system's own tools show it");
         String list = stage.run(HarbourSetup.LIST);
-        stage.gives("it is in the list of programs", true, () -> list.contains(HarbourSetup.NAME));
-        stage.run("reg", "query", HarbourSetup.ENTRY);
+        String entry = stage.run("reg", "query", HarbourSetup.ENTRY);
+        if (list.isEmpty()) {
+            stage.tells(Host.name() + " prints its list past the program that asks; what it reads is above");
+        }
+        stage.gives("it is in the list of programs", true,
+                () -> (list.isEmpty() ? entry : list).contains(HarbourSetup.NAME));
         String service = stage.run("sc", "query", HarbourWatch.NAME);
         stage.gives("its service runs", true, () -> service.contains("RUNNING"));
     }
