@@ -46,7 +46,7 @@ imports_only_old_functions() {
 
 imported_functions() {
   objdump -p "$1" |
-    awk '/DLL Name:/ { names = 1; next } NF < 3 { names = 0 } names && $1 != "vma:" { print $3 }'
+    awk '/DLL Name:/ { names = 1; next } NF < 3 { names = 0 } names && $1 != "vma:" { print $NF }'
 }
 
 exports_the_natives() {
@@ -60,7 +60,7 @@ declared_natives() {
 
 exported_names() {
   objdump -p "$library" | awk '/Ordinal\/Name Pointer/ { names = 1; next } !NF { names = 0 }
-    names { print $NF }'
+    names && /\[/ { print $NF }'
 }
 
 is_hardened() {

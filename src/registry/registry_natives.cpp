@@ -31,8 +31,10 @@ constexpr jint kCreateKeyFailed = -100012;
 constexpr jint kGetSubKeyNamesFailed = -100013;
 constexpr jint kValueExistsFailed = -100014;
 
+using NumberOfKey = DWORD RegistryKeyInfo::*;
+
 /// The five natives that ask for one number of a key's information.
-jint queryNumber(JNIEnv* env, jint root, jstring key, DWORD RegistryKeyInfo::*number) {
+jint queryNumber(JNIEnv* env, jint root, jstring key, NumberOfKey number) {
   return nativeFrame(env, kQueryInfoFailed, [&] {
     const JniString path(env, key);
     return static_cast<jint>(RegistryKey().queryInfo(rootFromJava(root), path.get()).*number);

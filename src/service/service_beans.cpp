@@ -14,8 +14,9 @@ namespace {
 /// A property of a Java object that is a number, and where a record has it.
 template <class Record>
 struct Number {
+  using Member = DWORD Record::*;
   const char* property;
-  DWORD Record::*number;
+  Member number;
 };
 
 constexpr Number<SERVICE_STATUS> kStatus[] = {

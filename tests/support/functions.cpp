@@ -169,13 +169,13 @@ constexpr Function kRows[] = {
     // What the C++ runtime that is linked into the library calls for itself: locks, unwinding, the
     // C library.
     {"CreateSemaphoreW; DeleteCriticalSection; EnterCriticalSection; GetCurrentThreadId; "
-     "InitializeCriticalSection; IsDBCSLeadByteEx; LeaveCriticalSection; RaiseException; "
-     "ReleaseSemaphore; RtlCaptureContext; RtlLookupFunctionEntry; RtlUnwindEx; "
-     "RtlVirtualUnwind; TlsAlloc; TlsFree; TlsGetValue; TlsSetValue; VirtualProtect; "
-     "VirtualQuery; ___lc_codepage_func; ___mb_cur_max_func; __iob_func; _amsg_exit; _close; "
-     "_errno; _initterm; _lock; _mbsicmp; _read; _unlock; _vsnwprintf; _wcsicmp; _wcsnicmp; "
-     "abort; localeconv; memchr; memcmp; memcpy; memmove; "
-     "memset; strcmp; strerror; strlen; strncmp; wcschr; wcslen; wcsncpy; wcsspn; "
+     "GetThreadId; InitializeCriticalSection; IsDBCSLeadByteEx; LeaveCriticalSection; "
+     "RaiseException; ReleaseSemaphore; RtlCaptureContext; RtlLookupFunctionEntry; RtlUnwindEx; "
+     "RtlVirtualUnwind; TlsAlloc; TlsFree; TlsGetValue; TlsSetValue; TryEnterCriticalSection; "
+     "VirtualProtect; VirtualQuery; ___lc_codepage_func; ___mb_cur_max_func; __iob_func; "
+     "_amsg_exit; _close; _errno; _initterm; _lock; _mbsicmp; _read; _unlock; _vsnwprintf; "
+     "_wcsicmp; _wcsnicmp; abort; getenv; localeconv; memchr; memcmp; memcpy; memmove; memset; "
+     "strchr; strcmp; strerror; strlen; strncmp; strtoul; wcschr; wcslen; wcsncpy; wcsspn; "
      "wcstol",
      kUntouched},
 };

@@ -1,7 +1,7 @@
 #ifndef _MSC_VER  // which brings its own
 
-#include <intrin.h>
 #include <windows.h>
+#include <x86intrin.h>
 
 #include <cstdint>
 

@@ -7,8 +7,9 @@ namespace corvane {
 namespace {
 
 struct Field {
+  using Value = DWORD VS_FIXEDFILEINFO::*;
   const char* property;
-  DWORD VS_FIXEDFILEINFO::*value;
+  Value value;
 };
 
 /// In the order in which they are set.

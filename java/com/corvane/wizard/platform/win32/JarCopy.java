@@ -24,8 +24,8 @@ final class JarCopy {
         void of(Path file, SeekableByteChannel held) throws IOException, E;
     }
 
-    private static final String DENY_WRITE = "NOSHARE_WRITE";
-    private static final String DENY_DELETE = "NOSHARE_DELETE";
+    static final String DENY_WRITE = "NOSHARE_WRITE";
+    static final String DENY_DELETE = "NOSHARE_DELETE";
 
     private JarCopy() {}
 
@@ -104,7 +104,7 @@ final class JarCopy {
      * The option by its name, for the class is outside Java's standard: a JVM that was put together without it
      * is told apart from one that lacks a file.
      */
-    private static OpenOption option(String name) {
+    static OpenOption option(String name) {
         try {
             for (Object option : Class.forName("com.sun.nio.file.ExtendedOpenOption").getEnumConstants()) {
                 if (option.toString().equals(name)) {

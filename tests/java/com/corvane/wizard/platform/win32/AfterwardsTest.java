@@ -15,7 +15,6 @@ import com.corvane.wizard.service.ServiceException;
 import com.sun.jna.Memory;
 import com.sun.jna.NativeLibrary;
 import com.sun.jna.Pointer;
-import com.sun.nio.file.ExtendedOpenOption;
 import java.io.File;
 import java.io.IOException;
 import java.nio.channels.FileChannel;
@@ -116,8 +115,8 @@ class AfterwardsTest {
     }
 
     private FileChannel inUse(String name) throws IOException {
-        return FileChannel.open(Path.of(folder.path(name)), StandardOpenOption.READ, ExtendedOpenOption.NOSHARE_READ,
-                ExtendedOpenOption.NOSHARE_WRITE, ExtendedOpenOption.NOSHARE_DELETE);
+        return FileChannel.open(Path.of(folder.path(name)), StandardOpenOption.READ, JarCopy.option("NOSHARE_READ"),
+                JarCopy.option(JarCopy.DENY_WRITE), JarCopy.option(JarCopy.DENY_DELETE));
     }
 
     /**

@@ -12,7 +12,6 @@ import com.corvane.testing.Reboot;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import com.corvane.wizard.service.ServiceException;
-import com.sun.nio.file.ExtendedOpenOption;
 import java.nio.channels.SeekableByteChannel;
 import java.nio.file.Files;
 import java.nio.file.OpenOption;
@@ -137,8 +136,9 @@ class RebootTest {
 
     private void leave(Windows system, String[] cells, Folder folder, String shown) throws Exception {
         String[] open = cells[2].split(" ");
-        Set<OpenOption> sharing = open.length > 1 ? Set.of(StandardOpenOption.READ, ExtendedOpenOption.NOSHARE_WRITE)
-                : Set.of(StandardOpenOption.READ, ExtendedOpenOption.NOSHARE_WRITE, ExtendedOpenOption.NOSHARE_DELETE);
+        OpenOption denyWrite = JarCopy.option(JarCopy.DENY_WRITE);
+        Set<OpenOption> sharing = open.length > 1 ? Set.of(StandardOpenOption.READ, denyWrite)
+                : Set.of(StandardOpenOption.READ, denyWrite, JarCopy.option(JarCopy.DENY_DELETE));
         try (SeekableByteChannel held = Files.newByteChannel(Path.of(folder.path(open[0])), sharing)) {
             assertEquals(1, call(system, cells[1], cells[3], Integer.MAX_VALUE, folder), shown);
             assertTrue(held.isOpen());
