@@ -1,9 +1,30 @@
 # Everything that is downloaded, pinned: version and SHA-256. Debian's own packages are pinned by the
 # release.
 
-# The Windows JVM, as a Python package: newer ones do not start on Debian 12's Wine.
-jvm_version=17.0.9.2
-jvm_sha256=f8d8bb10f721aee7ec6ad85409b241e2d6b490afb314da921ad3efd9ff7b8197
+# The Windows JVM, as a Python package: 17, which every Wine here runs, or the one that CORVANE_JVM names.
+# Debian 12's Wine also runs 11, that of Debian 13 also 21 and 25.
+case ${CORVANE_JVM:-17} in
+  11)
+    jvm_version=11.0.13.1
+    jvm_sha256=27babb9eb45d81eee73145dd79ab7abeb86e86cc2f8820ecb397b6aa034b62f5
+    ;;
+  17)
+    jvm_version=17.0.9.2
+    jvm_sha256=f8d8bb10f721aee7ec6ad85409b241e2d6b490afb314da921ad3efd9ff7b8197
+    ;;
+  21)
+    jvm_version=21.0.8.2
+    jvm_sha256=1c8e37d26315dfbb603503153d3dcdd90021fda71d64ab0b6309f06f83c0d503
+    ;;
+  25)
+    jvm_version=25.0.2.1
+    jvm_sha256=5f0ad2e8f7ad3b40eef8af75062d830afd3feccca62fc03db611b2e9a5fa9824
+    ;;
+  *)
+    echo "CORVANE_JVM is none of 11, 17, 21 and 25: $CORVANE_JVM" >&2
+    exit 1
+    ;;
+esac
 
 # The parser of shortcuts, which knows the format from its description alone.
 lnkparse_version=1.6.0
