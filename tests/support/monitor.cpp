@@ -25,7 +25,11 @@ bool comes(Prepared& entry, bool canFail) {
   if (entry.kind != Kind::kFails) {
     return entry.seen == 0 || entry.always;
   }
-  return canFail && (++entry.seen == entry.nth || (entry.always && entry.seen > entry.nth));
+  if (!canFail) {
+    return false;
+  }
+  ++entry.seen;
+  return entry.seen == entry.nth || (entry.always && entry.seen > entry.nth);
 }
 
 void fail(Call& call, uint32_t named) {

@@ -34,7 +34,7 @@ LocalHolder systemText(bool windows9x, const ScopedModule& module, uint32_t mess
                                   module.get(),
                                   messageId,
                                   kDefaultLanguage,
-                                  TextBuffer(static_cast<void*>(&text)),
+                                  TextBuffer(&text),
                                   DWORD{0},
                                   nullptr);
   return allocated(length, text);
@@ -49,7 +49,7 @@ LocalHolder withNumber(bool windows9x, const LocalHolder& text, uint32_t message
                                      L"%1!ls! (%2!lu!)",
                                      text ? text.get() : L"",
                                      messageId,
-                                     static_cast<void*>(&message),
+                                     &message,
                                      0);
   return allocated(length, message);
 }
