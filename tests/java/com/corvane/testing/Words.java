@@ -18,6 +18,7 @@ final class Words {
 
     private static final Pattern WORD = Pattern.compile("(?:'[^']*'|[^\\s'])+");
     private static final Pattern REPEATED = Pattern.compile("(?:\\(([^()]+)\\)|(.))\\*(\\d+)");
+    private static final Pattern OFTEN = Pattern.compile("(?s)(.{1,200}?)\\1{19,}");
 
     private Words() {}
 
@@ -63,6 +64,12 @@ final class Words {
                         (found.group(1) != null ? found.group(1) : found.group(2))
                                 .repeat(Integer.parseInt(found.group(3)))))
                 .replace('\u2400', '\0');
+    }
+
+    /** Written so again, where something stands there twenty times or more. */
+    static String shortened(String text) {
+        return OFTEN.matcher(text).replaceAll(found -> Matcher.quoteReplacement(
+                "(" + found.group(1) + ")*" + found.group().length() / found.group(1).length()));
     }
 
     /** "x0102" as bytes. */

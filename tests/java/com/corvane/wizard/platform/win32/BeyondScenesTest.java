@@ -32,7 +32,6 @@ import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.Collections;
 import java.util.List;
-import java.util.Random;
 import java.util.concurrent.Callable;
 import java.util.concurrent.ExecutorService;
 import java.util.concurrent.Executors;
@@ -206,24 +205,5 @@ class BeyondScenesTest {
                     .equals(record < 0 ? "" : content.substring(begin, begin + LENGTH)), file.toString());
         }
         assertTrue(versions > 50 && versions < found.size(), versions + " of " + found.size());
-    }
-
-    /** What is told is in the file, whatever it holds: cut anywhere, with lengths that lie, or of any bytes. */
-    @ParameterizedTest
-    @EnumSource(names = {"W98", "W10"})
-    void damagedVersions(Windows system) throws Exception {
-        Random random = new Random(20);
-        system.use();
-        for (int round = 1; round < 1500; ++round) {
-            byte[] data = new byte[Math.min(round, 120)];
-            random.nextBytes(data);
-            byte[] head = ("x\0004\000" + (char) (round % 2) + "\0" + NAME).getBytes(StandardCharsets.ISO_8859_1);
-            System.arraycopy(head, 0, data, 0, round < 1000 ? Math.min(head.length, data.length) : 0);
-            data[random.nextInt(round < 500 ? Math.min(round, 4) : data.length)] = (byte) random.nextInt();
-            Hooks.answer(system.function("GetFileVersionInfoSize"), data.length, 0, false);
-            Hooks.answer(system.function("GetFileVersionInfo"), 1, 0, false);
-            Hooks.writeTo(3, data, data.length);
-            assertTrue(text(data).contains(told(services.getFixedFileInfo("C:\\any"))), "round " + round);
-        }
     }
 }
