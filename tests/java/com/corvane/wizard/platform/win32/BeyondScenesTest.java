@@ -148,11 +148,14 @@ class BeyondScenesTest {
     }
 
     @Test
-    void theKindsOfDrivesHaveNamesAndAStateOfAFileCanBeCleared() {
+    void drivesAndRootsHaveTheirNumbersAndAStateOfAFileCanBeCleared() {
         assertArrayEquals(new int[] {-1, 2, 1, 3, 4, 5}, new int[] {Win32FileServiceImpl.PARTITION_UNKNOWN,
             Win32FileServiceImpl.PARTITION_REMOVABLE, Win32FileServiceImpl.PARTITION_FIXED,
             Win32FileServiceImpl.PARTITION_REMOTE, Win32FileServiceImpl.PARTITION_CD,
             Win32FileServiceImpl.PARTITION_RAM_DISK});
+        assertArrayEquals(new int[] {1, 2, 3, 4, 5}, new int[] {Win32RegistryServiceImpl.HKEY_CLASSES_ROOT,
+            Win32RegistryServiceImpl.HKEY_CURRENT_CONFIG, HKEY_CURRENT_USER, Win32RegistryServiceImpl.HKEY_LOCAL_MACHINE,
+            Win32RegistryServiceImpl.HKEY_USERS});
         FileAttributes attributes = new FileAttributes();
         attributes.setAttributeState(FileAttributes.HIDDEN, true);
         attributes.setAttributeState(FileAttributes.HIDDEN, false);

@@ -15,6 +15,7 @@ import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.List;
+import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.Timeout;
 import org.junit.jupiter.api.extension.ExtendWith;
@@ -58,6 +59,8 @@ class ServiceTest {
         services.createNTService(NAME, config);
         assertArrayEquals(config.getDependencies(),
                 Advapi32Util.registryGetStringArray(HKEY_LOCAL_MACHINE, KEY, "DependOnService"));
+        assertEquals(List.of(0x10, 3, 1), Stream.of("Type", "Start", "ErrorControl")
+                .map(name -> Advapi32Util.registryGetIntValue(HKEY_LOCAL_MACHINE, KEY, name)).toList());
         config.setUserName("LocalSystem");
         config.setDependencies(services.queryNTServiceConfig(NAME).getDependencies());
         assertEquals(config.toString(), services.queryNTServiceConfig(NAME).toString());
