@@ -50,7 +50,9 @@ TEST(Order, KnowsNamesWithSemicolons) {
 }
 
 TEST(Order, RemovesWhatIsOneThingBelowARoot) {
-  expectAll(LR"(10 z:\a\b Z:\a\..b\c.. UNC\s\d\a)", "1a ", R"(z:/a/b\;Z:\a\..b\c..;\\s\d\a)");
+  expectAll(LR"(10 a:\a\b Z:\a\..b\c.. z:\a A:\a UNC\s\d\a)",
+            "1a ",
+            R"(a:/a/b\;Z:\a\..b\c..;z:\a;A:\a;\\s\d\a)");
   // The second cannot be told from two.
   expectAll(
       L"10",

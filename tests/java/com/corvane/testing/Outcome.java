@@ -12,7 +12,7 @@ import org.junit.jupiter.api.function.Executable;
 public record Outcome(Throwable thrown) {
 
     /** What work gives that can fail only when the test itself is wrong. */
-    static <T> T sure(Callable<T> work) {
+    public static <T> T sure(Callable<T> work) {
         try {
             return work.call();
         } catch (Exception failure) {

@@ -14,6 +14,7 @@ public enum Windows {
     NT4(2, 4, 0, false),
     W2000(2, 5, 0, true),
     XP(2, 5, 1, true),
+    W2003(2, 5, 2, true),
     VISTA(2, 6, 0, true),
     W10(2, 10, 0, true),
     /** One that does not tell what it is. */

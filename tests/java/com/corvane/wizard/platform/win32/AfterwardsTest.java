@@ -5,16 +5,20 @@ import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
+import com.corvane.testing.Calls;
 import com.corvane.testing.Folder;
 import com.corvane.testing.LoadProbe;
 import com.corvane.testing.Hooks;
 import com.corvane.testing.Outcome;
+import com.corvane.testing.Plan;
 import com.corvane.testing.Reboot;
 import com.corvane.testing.TestBed;
+import com.corvane.testing.Windows;
 import com.corvane.wizard.service.ServiceException;
 import com.sun.jna.Memory;
 import com.sun.jna.NativeLibrary;
 import com.sun.jna.Pointer;
+import com.sun.jna.platform.win32.Kernel32;
 import java.io.File;
 import java.io.IOException;
 import java.nio.channels.FileChannel;
@@ -130,7 +134,7 @@ class AfterwardsTest {
             leaveToTheCleaners();
         }
         Reboot.now();
-        assertEquals("kept kept\\file outside outside\\file", String.join(" ", folder.state().keySet()).trim());
+        assertEquals("kept kept\\file killed outside outside\\file", String.join(" ", folder.state().keySet()).trim());
     }
 
     private void leaveToTheCleaners() throws Exception {
@@ -146,17 +150,17 @@ class AfterwardsTest {
         FileChannel briefly = inUse("tree\\used");
         try (FileChannel longer = inUse("other\\locked\\file")) {
             Process installer = depart(temporary, folder.path("used") + "|" + folder.path("x;y") + "|*"
-                    + folder.path("tree") + "|*" + folder.path("link") + "|*" + folder.path("alone"),
-                    "*" + folder.path("other") + "|" + folder.path("kept"));
+                    + folder.path("tree") + "|*" + folder.path("link") + "|*" + folder.path("alone") + "|"
+                    + folder.path("kept"), "*" + folder.path("other"));
             Files.copy(Path.of(System.getProperty("corvane.test.child")), foreign, StandardCopyOption.REPLACE_EXISTING);
-            Process killed = depart(Path.of(Folder.named("place").path("")), "*" + folder.path("killed"));
+            Process killed = depart(Path.of(Folder.named("place").path("")), folder.path("killed\\file"));
             Thread.sleep(1000);
             assertTrue(folder.has("tree\\read-only") && folder.has("used") && folder.has("killed\\file"), "they run");
             installer.getOutputStream().close();
             await(() -> !folder.has("tree\\read-only") && !folder.has("used"));
             assertTrue(folder.has("tree\\used") && folder.has("killed\\file"));
             killed.destroyForcibly();
-            await(() -> !folder.has("killed"));
+            await(() -> !folder.has("killed\\file"));
             Thread.sleep(3000); // less than a cleaner is patient
             briefly.close();
             await(() -> !folder.has("tree") && Reboot.pending().size() == 3);
@@ -202,9 +206,21 @@ class AfterwardsTest {
         assertTrue(cleaner.isAlive() && folder.has("file"));
         Pointer own = user32("CreateWindowExA", 0, "STATIC", null, 0, 0, 0, 0, 0, null, null, null, null);
         assertEquals("answer 1", send(own, order));
+        assertSenderIsAWindowOfTheThread();
         user32("DestroyWindow", own);
         await(() -> send(null, order).equals("nobody"));
         assertTrue(cleaner.isAlive() && folder.has("file"), "its parent runs");
+    }
+
+    /** The cleaner is one whose thread is this one: so its window is, too. */
+    private static void assertSenderIsAWindowOfTheThread() throws Exception {
+        Plan.begin(Windows.W10, "Sleep: 0*; CreateFileA=5; WaitForInputIdle: 0; SendMessageA: 0; CreateProcessA: 1, 9 "
+                + "q0x6000 q0x6004 n7 n" + Kernel32.INSTANCE.GetCurrentThreadId());
+        new Win32SystemUtilServiceImpl().nativeDeleteFilesAfterExit(
+                Collections.enumeration(List.of("C:\\t\\a")), null, false, "c");
+        String message = Calls.of("SendMessageA").toString();
+        Hooks.disarm();
+        assertTrue(message.matches("\\[SendMessageA (?!0 )(\\w+) 74 \\1 .*"), message);
     }
 
     private static void assertCannotBeNamed(String path) {

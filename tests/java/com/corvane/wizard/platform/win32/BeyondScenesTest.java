@@ -17,6 +17,7 @@ import com.corvane.testing.RawRegistry;
 import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import com.corvane.util.FileAttributes;
+import com.corvane.wizard.platform.win32.security.WindowsAccountPrivilegeServiceImpl;
 import com.corvane.wizard.platform.win32.win32service.NTServiceConfig;
 import com.corvane.wizard.platform.win32.win32service.NTServiceStatus;
 import com.corvane.wizard.platform.win32.win32service.Win2kSCAction;
@@ -36,6 +37,7 @@ import java.util.concurrent.Callable;
 import java.util.concurrent.ExecutorService;
 import java.util.concurrent.Executors;
 import java.util.concurrent.Future;
+import java.util.stream.Collectors;
 import java.util.stream.IntStream;
 import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
@@ -147,19 +149,35 @@ class BeyondScenesTest {
                 exception.toString());
     }
 
+    /** What is set stays set, and what is cleared cleared. */
     @Test
-    void drivesAndRootsHaveTheirNumbersAndAStateOfAFileCanBeCleared() {
-        assertArrayEquals(new int[] {-1, 2, 1, 3, 4, 5}, new int[] {Win32FileServiceImpl.PARTITION_UNKNOWN,
-            Win32FileServiceImpl.PARTITION_REMOVABLE, Win32FileServiceImpl.PARTITION_FIXED,
-            Win32FileServiceImpl.PARTITION_REMOTE, Win32FileServiceImpl.PARTITION_CD,
-            Win32FileServiceImpl.PARTITION_RAM_DISK});
-        assertArrayEquals(new int[] {1, 2, 3, 4, 5}, new int[] {Win32RegistryServiceImpl.HKEY_CLASSES_ROOT,
-            Win32RegistryServiceImpl.HKEY_CURRENT_CONFIG, HKEY_CURRENT_USER, Win32RegistryServiceImpl.HKEY_LOCAL_MACHINE,
-            Win32RegistryServiceImpl.HKEY_USERS});
+    void aStateOfAFileIsSetAndCleared() {
         FileAttributes attributes = new FileAttributes();
-        attributes.setAttributeState(FileAttributes.HIDDEN, true);
-        attributes.setAttributeState(FileAttributes.HIDDEN, false);
-        assertFalse(attributes.getAttributeState(FileAttributes.HIDDEN));
+        for (boolean state : new boolean[] {true, true, false, false}) {
+            attributes.setAttributeState(FileAttributes.HIDDEN, state);
+            assertEquals(state, attributes.getAttributeState(FileAttributes.HIDDEN));
+        }
+    }
+
+    /** Callers have them compiled into their own classes. */
+    @Test
+    void theConstantsKeepTheirValues() {
+        assertEquals("ARCHIVE=1024 DONE=0 DONE_AT_REBOOT=1 FLAG_DEBUG=1 FLAG_PATCHED=4 FLAG_PRERELEASE=2 "
+                + "FLAG_PRIVATE_BUILD=8 FLAG_SPECIAL_BUILD=32 GROUP_EXECUTABLE=32 GROUP_READABLE=8 GROUP_WRITEABLE=16 "
+                + "HIDDEN=512 HKEY_CLASSES_ROOT=1 HKEY_CURRENT_CONFIG=2 HKEY_CURRENT_USER=3 HKEY_LOCAL_MACHINE=4 "
+                + "HKEY_USERS=5 LOG_ON_AS_BATCH_JOB=SeBatchLogonRight LOG_ON_AS_SERVICE=SeServiceLogonRight "
+                + "LOG_ON_FROM_NETWORK=SeNetworkLogonRight LOG_ON_LOCALLY=SeInteractiveLogonRight "
+                + "OPERATION_NOT_SUPPORTED=-1 OWNER_EXECUTABLE=4 OWNER_READABLE=1 OWNER_WRITEABLE=2 PARTITION_CD=4 "
+                + "PARTITION_FIXED=1 PARTITION_RAM_DISK=5 PARTITION_REMOTE=3 PARTITION_REMOVABLE=2 PARTITION_UNKNOWN=-1 "
+                + "REG_BINARY=3 REG_DWORD=4 REG_EXPAND_SZ=2 REG_MULTI_SZ=7 REG_SZ=1 SIGNATURE=-17890115 SYSTEM=2048 "
+                + "TYPE_APPLICATION=1 TYPE_DRIVER=3 TYPE_FONT=4 TYPE_LIBRARY=2 UNEXPECTED=-2147467259 WINDOW_HIDDEN=0 "
+                + "WINDOW_MAXIMIZED=3 WINDOW_MINIMIZED=2 WINDOW_NORMAL=1 WORLD_EXECUTABLE=256 WORLD_READABLE=64 "
+                + "WORLD_WRITEABLE=128",
+                Stream.of(Win32FileServiceImpl.class, FileAttributes.class, Win32RegistryServiceImpl.class,
+                        ProcessRequest.class, WindowsFixedFileInfo.class, WindowsAccountPrivilegeServiceImpl.class,
+                        ServiceException.class).flatMap(type -> Stream.of(type.getFields()))
+                        .map(constant -> constant.getName() + "=" + Outcome.sure(() -> constant.get(null))).sorted()
+                        .collect(Collectors.joining(" ")));
     }
 
     /** They have the values of these names in Windows' own headers, as JNA tells them. */

@@ -108,6 +108,11 @@ class ProcessTest {
         run(CHILD, "window", ProcessRequest.WINDOW_MINIMIZED, output, errors);
         assertEquals("02", output.toString());
         ProcessRequest silent = new ProcessRequest(CHILD, "out=5 err=5 exit=6");
+        silent.getStdErrorStream().write(new byte[] {7}, 0, 1);
+        silent.setStdError(errors);
+        silent.getStdErrorStream().write(new byte[] {7, 8, 9}, 1, 1);
+        assertArrayEquals(new byte[] {8}, errors.toByteArray());
+        silent.setStdError(null);
         new Win32SystemUtilServiceImpl().nativeExecuteProcess(silent, 0);
         assertEquals(6, silent.getProcessReturnCode());
     }

@@ -70,13 +70,15 @@ class Win32LibraryTest {
         Path aboutToBeFilled = place("tmp/corvane_win32-2");
         Path old = Files.createFile(place("tmp/corvane_win32-5").resolve("corvane_win32-5.exe"));
         Files.setLastModifiedTime(old.getParent(), FileTime.fromMillis(0));
+        Path linked = Files.createFile(place("elsewhere").resolve("corvane_win32-6.dll"));
+        Files.createSymbolicLink(tmp.resolve("corvane_win32-6"), linked.getParent());
         List<Path> others = List.of(Files.createFile(place("tmp/corvane_win32-3").resolve("other.dll")),
                 Files.createFile(place("tmp/corvane_win32-3.0").resolve("corvane_win32-3.0.dll")));
 
         int loads = 20;
         assertEquals(Collections.nCopies(loads, LOADED), load(Collections.nCopies(loads, "tmp")));
         assertFalse(Files.exists(left.getParent()) || Files.exists(old.getParent()));
-        assertTrue(Files.exists(aboutToBeFilled) && filesIn("tmp").containsAll(others));
+        assertTrue(Files.exists(aboutToBeFilled) && Files.exists(linked) && filesIn("tmp").containsAll(others));
         int kept = filesIn("tmp").size() - others.size();
         assertTrue(kept >= 1 && kept < loads / 2, kept + " copies of class loaders that are gone");
 
@@ -98,7 +100,7 @@ class Win32LibraryTest {
     @Test
     void anotherFolderServesWhereTheTemporaryOneDoesNot() throws Exception {
         String lacking = place("tmp\u65e5\u672c").toString();
-        List<String> folders = List.of("tmp", "", "a<b>|", "\0", "missing", lacking);
+        List<String> folders = List.of("tmp/../tmp", "", "a<b>|", "\0", "missing", lacking);
 
         List<String> complaints = load(folders);
         assertEquals(LOADED, complaints.get(0));
