@@ -160,7 +160,7 @@ build_sample() {
     "-Dcorvane.repository=file://$maven_repository" package)
 }
 
-# sample_says FOLDER PLACE JAVA-ARGUMENT...: that it ran, and where it found the library.
+# sample_says FOLDER PLACE JAVA-ARGUMENT...: that it ran, where it found the library, and nothing else.
 sample_says() {
   diff <(printf '%s\n' "C:\\Sample by $2" '-100002 2') <(run_java_in "$1/target" "${@:3}" | tr -d '\r')
 }

@@ -20,6 +20,7 @@ import xml.etree.ElementTree
 from cyclonedx.model import HashAlgorithm, HashType
 from cyclonedx.model.bom import Bom
 from cyclonedx.model.component import Component, ComponentType
+from cyclonedx.model.contact import OrganizationalContact, OrganizationalEntity
 from cyclonedx.model.license import DisjunctiveLicense, LicenseExpression
 from cyclonedx.output.json import JsonV1Dot6
 from packageurl import PackageURL
@@ -61,7 +62,7 @@ def linked(program):
 
 
 def program(file, kind):
-    return Component(type=kind, name=file, version=said("version"), hashes=[sha256(build / file)], bom_ref=file)
+    return Component(type=kind, name=file, supplier=project, version=said("version"), hashes=[sha256(build / file)], bom_ref=file)
 
 
 def package(name, version, files):
@@ -73,11 +74,13 @@ def package(name, version, files):
         version=version,
         description=f"Linked into the programs: {', '.join(sorted(files))}",
         licenses=[LicenseExpression(next(LICENCES[start] for start in LICENCES if name.startswith(start)))],
+        supplier=OrganizationalEntity(name="Debian"),
         purl=PackageURL("deb", system["ID"], name, version, release),
         bom_ref=name,
     )
 
 
+project = OrganizationalEntity(name=said("developers/developer/organization"))
 programs = [
     program("corvane_win32.dll", ComponentType.LIBRARY),
     program("corvane_cleaner.exe", ComponentType.APPLICATION),
@@ -96,12 +99,15 @@ library = Component(
     description=said("description"),
     licenses=[DisjunctiveLicense(name=said("licenses/license/name"))],
     hashes=[jar_sum],
+    supplier=project,
     purl=PackageURL("maven", said("groupId"), said("artifactId"), said("version"), {"type": "jar"}),
     bom_ref="jar",
 )
 tool = "cyclonedx-python-lib"
 bom = Bom()
 bom.metadata.component = library
+bom.metadata.supplier = project
+bom.metadata.authors.add(OrganizationalContact(name=said("developers/developer/name")))
 bom.metadata.timestamp = datetime.datetime.fromtimestamp(int(os.environ["SOURCE_DATE_EPOCH"]), datetime.timezone.utc)
 bom.metadata.tools.components.add(
     Component(type=ComponentType.LIBRARY, name=tool, version=importlib.metadata.version(tool), bom_ref=tool)

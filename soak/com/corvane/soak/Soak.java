@@ -69,13 +69,13 @@ final class Soak {
         return ": " + growth;
     }
 
-    /** So many calls in all; tells an outcome that differs. */
+    /** So many calls in all, or as many more as the threads do not share alike; tells an outcome that differs. */
     private static String run(Callable<Object> call, int calls, String expected) throws Exception {
         List<Future<String>> others = new ArrayList<>();
         for (int thread = 0; thread < THREADS; thread++) {
             others.add(WORKERS.submit(() -> {
                 String other = "";
-                for (int count = 0; count < calls / THREADS && other.isEmpty(); count++) {
+                for (int count = 0; count < (calls + THREADS - 1) / THREADS && other.isEmpty(); count++) {
                     String outcome = outcome(call);
                     other = outcome.equals(expected) ? "" : " " + outcome;
                 }
