@@ -91,9 +91,15 @@ std::wstring unitsIn(std::string_view bytes) {
 std::wstring textIn(std::string_view bytes) {
   std::wstring text = unitsIn(bytes);
   if (has(k9x)) {
-    const auto size = static_cast<int>(strnlen(bytes.data(), bytes.size()));
+    bytes = bytes.substr(0, bytes.find('\0'));
+    const auto size = static_cast<int>(bytes.size());
     text.assign(bytes.size(), L'\0');
-    MultiByteToWideChar(GetACP(), 0, bytes.data(), size, text.data(), size);
+    MultiByteToWideChar(GetACP(),
+                        0,
+                        bytes.data(),
+                        static_cast<int>(bytes.size()),
+                        text.data(),
+                        size);
   }
   return text.substr(0, text.find(L'\0'));
 }

@@ -19,6 +19,7 @@ const char* parser = "";
 std::vector<Input> corpus;
 uint64_t seed = 0;
 uint64_t number = 0;
+uint64_t refused = 0;
 uint64_t randomState = 0;
 
 uint64_t random() {
@@ -142,7 +143,9 @@ void runOne(void (*run)()) {
   try {
     run();
   } catch (const corvane::Win32Failure&) {
+    ++refused;
   } catch (const std::bad_alloc&) {
+    ++refused;
   } catch (...) {
     fail("an exception that is not the library's");
   }
@@ -153,13 +156,15 @@ void runOne(void (*run)()) {
 void runAll(void (*run)(), uint64_t first, uint64_t count) {
   const ULONGLONG began = GetTickCount64();
   corpus = corpusOf(parser);
+  refused = 0;
   for (number = first; number < first + count; ++number) {
     makeInput();
     runOne(run);
   }
-  std::printf("%s: %llu inputs hold, %.1f s\n",
+  std::printf("%s: %llu inputs hold, %llu of them refused, %.1f s\n",
               parser,
               count,
+              refused,
               static_cast<double>(GetTickCount64() - began) / 1000);
   std::fflush(stdout);
 }
