@@ -55,9 +55,11 @@ class ServiceTest {
                 + NTServiceConfig.quotedCommand("a b", "c"));
         config.setLoadOrderGroup("Group");
         config.setPassword("secret");
-        config.setDependencies(new String[] {"RpcSs", "PlugPlay"});
+        String[] needed = {"RpcSs", "PlugPlay"};
+        config.setDependencies(needed);
+        needed[0] = config.getDependencies()[1] = "neither of its own";
         services.createNTService(NAME, config);
-        assertArrayEquals(config.getDependencies(),
+        assertArrayEquals(new String[] {"RpcSs", "PlugPlay"},
                 Advapi32Util.registryGetStringArray(HKEY_LOCAL_MACHINE, KEY, "DependOnService"));
         assertEquals(List.of(0x10, 3, 1), Stream.of("Type", "Start", "ErrorControl")
                 .map(name -> Advapi32Util.registryGetIntValue(HKEY_LOCAL_MACHINE, KEY, name)).toList());

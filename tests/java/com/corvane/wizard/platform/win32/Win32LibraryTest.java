@@ -7,6 +7,7 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.LoadProbe;
 import com.corvane.testing.Native;
+import com.corvane.wizard.service.ServiceException;
 import com.sun.jna.platform.win32.Advapi32Util;
 import java.io.IOException;
 import java.lang.module.ModuleDescriptor.Exports;
@@ -20,6 +21,7 @@ import java.nio.file.Path;
 import java.nio.file.attribute.AclEntry;
 import java.nio.file.attribute.AclFileAttributeView;
 import java.nio.file.attribute.FileTime;
+import java.nio.file.attribute.UserPrincipal;
 import java.util.ArrayList;
 import java.util.Collections;
 import java.util.List;
@@ -88,10 +90,11 @@ class Win32LibraryTest {
         assertEquals(1, files.size(), "the copy of the last JVM, and no other: " + files);
         Path folder = files.get(0).getParent();
         assertEquals(tmp, folder.getParent());
+        UserPrincipal owner = Files.getOwner(folder);
         List<AclEntry> rights = Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl();
-        assertFalse(rights.isEmpty());
+        assertTrue(rights.stream().anyMatch(entry -> entry.principal().equals(owner)), rights.toString());
         for (AclEntry entry : rights) {
-            assertTrue(entry.principal().equals(Files.getOwner(folder))
+            assertTrue(entry.principal().equals(owner)
                     || RULERS.contains(entry.principal().getName()), rights.toString());
         }
     }
@@ -111,10 +114,10 @@ class Win32LibraryTest {
         assertTrue(complaints.get(5).contains("code page"), complaints.toString());
 
         place("local/Temp");
+        place("all");
         assertEquals(Collections.nCopies(folders.size(), LOADED), load(folders));
         assertEquals(List.of(), filesIn(lacking));
         assertTrue(filesIn("tmp").size() == 1 && !filesIn("local").isEmpty());
-        place("all");
         Files.move(temporary.resolve("local"), temporary.resolve("gone"));
         assertEquals(List.of(LOADED), load(List.of("missing")));
         assertEquals(1, filesIn("all").size());
@@ -126,6 +129,10 @@ class Win32LibraryTest {
         assertEquals(List.of(), filesIn("tmp"), "nothing is unpacked");
         String complaint = load(PROPERTY + "no such file.dll");
         assertTrue(complaint.contains("corvane.win32.library") && complaint.contains("no such file.dll"), complaint);
+        complaint = LoadProbe.said(LoadProbe.jvmIn(temporary, PROPERTY + "no such file.dll",
+                AfterwardsTest.Installer.class.getName(), "C:\\t\\a"));
+        assertTrue(complaint.startsWith("Exception in thread \"main\" java.lang.UnsatisfiedLinkError: The"), complaint);
+        assertTrue(load("-Dos.arch=aarch64").contains("needs a 64-bit Windows JVM"));
         Files.copy(Path.of(System.getProperty("corvane.win32.library")), temporary.resolve("own.dll"));
         assertEquals(LOADED, load(PROPERTY + "own.dll"), "from the current directory");
     }
@@ -150,6 +157,10 @@ class Win32LibraryTest {
                     throw new UnsatisfiedLinkError("refused");
                 })).getMessage();
         assertTrue(said.matches("(?s)(.*refused){2,}.*"), said);
+        assertThrows(ServiceException.class, () -> UnpackedFile.<ServiceException>use(Win32Library.FILE,
+                (file, held) -> {
+                    throw new ServiceException(-70007);
+                }), "what is no matter of the place");
     }
 
     @Test
