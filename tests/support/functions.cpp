@@ -141,9 +141,9 @@ constexpr Function kRows[] = {
      kStatus},
     {"AddAccessAllowedAce -nn9; AddAce -nndn; AdjustTokenPrivileges wndnpp; "
      "ChangeServiceConfig2W -nc; ChangeServiceConfigW -nnnttptttt; ControlService -n; "
-     "CopyFile* ttn; CopySid n-; CreateDirectory* tp; DeleteFile* t; DeleteService; "
+     "CopyFile* ttn; CopySid n-w; CreateDirectory* tp; DeleteFile* t; DeleteService; "
      "EnumServicesStatusW -nnpn--i; ExpandEnvironmentStrings* t-n; FindNextFile*; GetAce -n; "
-     "GetAclInformation --nn; GetComputerNameA; GetDiskFreeSpace* t; GetDiskFreeSpaceEx* t; "
+     "GetAclInformation --nn; GetComputerNameA -i; GetDiskFreeSpace* t; GetDiskFreeSpaceEx* t; "
      "GetEnvironmentVariable* t-n; GetExitCodeProcess w; GetFileVersionInfo* tnnp; "
      "GetFileVersionInfoSize* tp; GetLogicalDriveStrings* n; GetModuleHandle* t; "
      "GetProcAddress -t; GetProcessWindowStation; GetSecurityDescriptorDacl; "
@@ -159,7 +159,7 @@ constexpr Function kRows[] = {
      "SetEndOfFile; SetEnvironmentVariable* tt; SetFileAttributes* tn; "
      "SetFileSecurityW tn{yyhsspp}; SetFileTime -qqq; SetProcessAffinityMask ww; "
      "SetProcessWindowStation w; SetSecurityDescriptorDacl -npn; SetSecurityDescriptorGroup -wn; "
-     "SetSecurityDescriptorOwner -wn; SetUserObjectSecurity wi; StartServiceW -nq; "
+     "SetSecurityDescriptorOwner -wn; SetUserObjectSecurity wi{yyh}; StartServiceW -nq; "
      "VerQueryValue* -t; WideCharToMultiByte nn-n-npp; WriteFile w-n-p",
      kZero},
     {"EqualSid ww; GetDriveType* t; SHGetPathFromIDListA; SHGetSpecialFolderPathA --nn", kBareZero},

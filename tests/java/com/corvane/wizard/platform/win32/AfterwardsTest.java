@@ -138,7 +138,7 @@ class AfterwardsTest {
     }
 
     private void leaveToTheCleaners() throws Exception {
-        for (String name : List.of("used", "x;y", "alone", "kept\\file", "tree\\read-only", "tree\\a\\b\\c\\file",
+        for (String name : List.of("used", "x;y", "al\u00f6ne", "kept\\file", "tree\\read-only", "tree\\a\\b\\c\\file",
                 "tree\\used", "other\\locked\\file", "outside\\file", "killed\\file")) {
             folder.file(name, "");
         }
@@ -150,8 +150,8 @@ class AfterwardsTest {
         FileChannel briefly = inUse("tree\\used");
         try (FileChannel longer = inUse("other\\locked\\file")) {
             Process installer = depart(temporary, folder.path("used") + "|" + folder.path("x;y") + "|*"
-                    + folder.path("tree") + "|*" + folder.path("link") + "|*" + folder.path("alone") + "|"
-                    + folder.path("kept"), "*" + folder.path("other"));
+                    + folder.path("tree") + "|*" + folder.path("link") + "|*" + folder.path("al\u00f6ne") + "|"
+                    + folder.path("kept"), "*" + folder.path("other") + "|*C:\\.no corvane");
             Files.copy(Path.of(System.getProperty("corvane.test.child")), foreign, StandardCopyOption.REPLACE_EXISTING);
             Process killed = depart(Path.of(Folder.named("place").path("")), folder.path("killed\\file"));
             Thread.sleep(1000);
@@ -197,6 +197,9 @@ class AfterwardsTest {
         String program = JAR.resolveSibling("corvane_cleaner.exe").toString();
         Process cleaner = start(new ProcessBuilder(program).directory(directory));
         await(() -> send(null, "").equals("answer 0"));
+        Pointer window = user32("FindWindowA", "corvane_cleaner", null);
+        assertEquals(0, (int) Pointer.nativeValue(user32("IsWindowVisible", window)));
+        user32("PostMessageA", window, 0, null, null); // what is posted goes, too
         assertTrue(directory.delete(), "it uses none");
         String other = Long.toHexString(cleaner.pid());
         for (String hostile : List.of("1" + other + " " + file, "0" + other + " " + file, "1" + parent + file)) {
@@ -232,8 +235,8 @@ class AfterwardsTest {
     @Test
     @SuppressWarnings("unchecked") // a caller of old has raw types
     void whatCannotBeNamedIsRefusedAtOnce() {
-        List.of("relative", "C:relative", "\\rooted", "C:\\", "C:\\t\\\u65e5\u672c", "C:\\t\\..\\a", "C:\\..",
-                "C:\\t;C:\\a", "C:\\t\\a\0", "\\\\s\\d;*C:\\t\\a").forEach(AfterwardsTest::assertCannotBeNamed);
+        List.of("relative", "C:relative", "\\rooted", "C:\\", "C:\\t\\\u65e5\u672c", "C:\\t\\..\\a", "C:\\t\\.\\a",
+                "C:\\t\\...\\a", "C:\\..", "\\\\s\\d\\", "C:\\t;C:\\a", "C:\\t\\a\0", "\\\\s\\d;*C:\\t\\a").forEach(AfterwardsTest::assertCannotBeNamed);
         Enumeration<?> raw = Collections.enumeration(List.of(new File("C:\\t\\a")));
         assertEquals(ServiceException.UNEXPECTED, assertThrows(ServiceException.class, () ->
                 new Win32SystemUtilServiceImpl().nativeDeleteFilesAfterExit((Enumeration<String>) raw, null, false, "c"))

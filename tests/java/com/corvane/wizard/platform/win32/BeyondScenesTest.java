@@ -32,6 +32,7 @@ import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.Collections;
+import java.util.HexFormat;
 import java.util.List;
 import java.util.concurrent.Callable;
 import java.util.concurrent.ExecutorService;
@@ -226,5 +227,10 @@ class BeyondScenesTest {
                     .equals(record < 0 ? "" : content.substring(begin, begin + LENGTH)), file.toString());
         }
         assertTrue(versions > 50 && versions < found.size(), versions + " of " + found.size());
+        // Some fields are 0 in all of them.
+        Plan.begin(system, "GetFileVersionInfoSize: 92, 1 n7; GetFileVersionInfo: 1, 3 x5C0034000000 x"
+                + HexFormat.of().formatHex(NAME.getBytes(StandardCharsets.ISO_8859_1)) + " n0xFEEF04BD n2 n3 n4 n5 n6 n7 n8 n9 n10 n11 n12 n13");
+        assertEquals(text(Bytes.number(0xFEEF04BD, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13)),
+                told(services.getFixedFileInfo("C:\\any")));
     }
 }

@@ -4,12 +4,14 @@ import static com.corvane.testing.Outcome.assertFails;
 import static com.sun.jna.platform.win32.WinReg.HKEY_LOCAL_MACHINE;
 import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Folder;
 import com.corvane.testing.TestBed;
 import com.corvane.wizard.platform.win32.win32service.NTServiceConfig;
 import com.corvane.wizard.platform.win32.win32service.NTServiceStatus;
+import com.corvane.wizard.platform.win32.win32service.Win2kServiceFailureActions;
 import com.sun.jna.platform.win32.Advapi32Util;
 import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
@@ -53,6 +55,7 @@ class ServiceTest {
         NTServiceConfig config = config();
         assertEquals("\"a b\" \"a b\" c", NTServiceConfig.quotedCommand("a b", null) + ' '
                 + NTServiceConfig.quotedCommand("a b", "c"));
+        assertThrows(NullPointerException.class, () -> NTServiceConfig.quotedCommand(null, ""));
         config.setLoadOrderGroup("Group");
         config.setPassword("secret");
         String[] needed = {"RpcSs", "PlugPlay"};
@@ -70,6 +73,7 @@ class ServiceTest {
             services.changeWin2kServiceDescription(NAME, text);
             assertEquals(text, services.queryWin2kServiceDescription(NAME));
         }
+        services.changeWin2kServiceFailureActions(NAME, new Win2kServiceFailureActions());
         assertFails(-120000, 1073, () -> services.createNTService(NAME, config));
         assertEquals(List.of(SHOWN, NAME),
                 List.of(services.getNTServiceDisplayName(NAME), services.getNTServiceKeyName(SHOWN)));
