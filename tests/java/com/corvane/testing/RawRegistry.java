@@ -40,7 +40,7 @@ public final class RawRegistry {
         return NativeLibrary.getInstance("advapi32").getFunction(function).invokeInt(arguments);
     }
 
-    private static void require(int result) {
+    static void require(int result) {
         if (result != 0) {
             throw new IllegalStateException("registry error " + result);
         }

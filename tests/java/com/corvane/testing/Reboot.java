@@ -27,7 +27,8 @@ public final class Reboot {
     private static final WString PENDING = new WString("PendingFileRenameOperations");
     private static final int ANY_TYPE = 0xFFFF;
     private static final int REG_MULTI_SZ = 7;
-    private static final Memory DATA = new Memory(1 << 18);
+    private static final int NO_VALUE = 2;
+    private static final Memory DATA = new Memory(1 << 24);
     /** What waits for others, and is none of ours. */
     private static String others = raw();
 
@@ -50,24 +51,28 @@ public final class Reboot {
 
     /** Nothing waits any more; what other tests want to find after the start is others' from now on. */
     public static void forget() {
+        String all = raw();
         if (isAwaited()) {
-            others = raw();
+            others = all;
             return;
         }
-        if (others.isEmpty()) {
-            RawRegistry.call("RegDeleteKeyValueW", WinReg.HKEY_LOCAL_MACHINE, MANAGER, PENDING);
-        } else {
+        // Where nothing has come, nobody may have the right to write.
+        if (!all.equals(others)) {
             DATA.write(0, others.toCharArray(), 0, others.length());
-            RawRegistry.call("RegSetKeyValueW", WinReg.HKEY_LOCAL_MACHINE, MANAGER, PENDING, REG_MULTI_SZ, DATA,
-                    2 * others.length());
+            RawRegistry.require(others.isEmpty()
+                    ? RawRegistry.call("RegDeleteKeyValueW", WinReg.HKEY_LOCAL_MACHINE, MANAGER, PENDING)
+                    : RawRegistry.call("RegSetKeyValueW", WinReg.HKEY_LOCAL_MACHINE, MANAGER, PENDING, REG_MULTI_SZ,
+                            DATA, 2 * others.length()));
         }
         WIN_INIT.toFile().delete();
     }
 
+    /** What cannot be read must not pass for nothing: it would be deleted. */
     private static String raw() {
         IntByReference size = new IntByReference((int) DATA.size());
         int result = RawRegistry.call(
                 "RegGetValueW", WinReg.HKEY_LOCAL_MACHINE, MANAGER, PENDING, ANY_TYPE, null, DATA, size);
+        RawRegistry.require(result == NO_VALUE ? 0 : result);
         return new String(DATA.getByteArray(0, result == 0 ? size.getValue() : 0), StandardCharsets.UTF_16LE);
     }
 

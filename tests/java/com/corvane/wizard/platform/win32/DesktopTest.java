@@ -120,7 +120,7 @@ class DesktopTest {
     void theShellsOwnFolderStays() throws Exception {
         Path startUp = Files.createDirectories(noted(HKEY_CURRENT_USER, "StartUp"));
         if (startUp.toFile().list().length > 0) {
-            Windows.onlyWine("here, something is started at every logon");
+            Windows.onlyWine("here, something in the folder, such as a desktop.ini, keeps it anyway");
         }
         String name = startUp.getFileName().toString();
         desktop.createDesktopItem("$UserPrograms$", name, GROUP, "C:\\app.exe", "", "", "");

@@ -18,6 +18,7 @@ import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.List;
 import java.util.stream.Stream;
+import org.junit.jupiter.api.AfterEach;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.Timeout;
 import org.junit.jupiter.api.extension.ExtendWith;
@@ -40,6 +41,14 @@ class ServiceTest {
         String program = folder.path("service program.exe");
         Files.copy(Path.of(System.getProperty("corvane.test.service")), Path.of(program));
         return new NTServiceConfig(SHOWN, NTServiceConfig.quotedCommand(program, '"' + record.toString() + '"'));
+    }
+
+    /** A test that fails leaves nothing in the way of the next run. */
+    @AfterEach
+    void end() throws Exception {
+        for (String order : List.of("stop", "delete")) {
+            new ProcessBuilder("sc", order, NAME).start().waitFor();
+        }
     }
 
     private void await(int state) throws Exception {
