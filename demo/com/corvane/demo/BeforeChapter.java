@@ -25,6 +25,7 @@ final class BeforeChapter implements Chapter {
         stage.does("clear registry entries", RegistryChapter::clear);
         stage.does("clear the product", HarbourSetup::clear);
         stage.does("clear shortcuts", BeforeChapter::clearShortcuts);
+        stage.does("clear rights", RightsChapter::clear);
     }
 
     private static void clearShortcuts() throws ServiceException {

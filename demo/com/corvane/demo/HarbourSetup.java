@@ -3,6 +3,7 @@ package com.corvane.demo;
 import com.corvane.wizard.platform.win32.Win32FileServiceImpl;
 import com.corvane.wizard.platform.win32.Win32ServiceImpl;
 import com.corvane.wizard.platform.win32.Win32SystemUtilServiceImpl;
+import java.io.File;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
@@ -31,7 +32,7 @@ final class HarbourSetup {
             Shortcut.MENU_OF_ALL.resolve("Programs\\Harbour\\" + NAME + ".lnk"),
             Shortcut.DESKTOP_OF_ALL.resolve(NAME + ".lnk")));
 
-    private static final Path TEMPORARY = Paths.get(System.getProperty("java.io.tmpdir"));
+    private static final File TEMPORARY = new File(System.getProperty("java.io.tmpdir"));
     private static final Pattern PART = Pattern.compile("\"([^\"]*)\"|(\\S+)");
 
     private HarbourSetup() {}
@@ -59,10 +60,9 @@ final class HarbourSetup {
     }
 
     /** The program that removes what the setup itself has in use deletes itself at last. */
-    static boolean isCleaning() throws IOException {
-        try (Stream<Path> all = Files.walk(TEMPORARY, 2)) {
-            return all.anyMatch(path -> path.endsWith("corvane_cleaner.exe"));
-        }
+    static boolean isCleaning() {
+        return TEMPORARY.list((place, name) -> name.matches("corvane_win32-\\d+")
+                && new File(place, name + '\\' + name + ".exe").exists()).length > 0;
     }
 
     /** Removes what a run that was broken off has left. */

@@ -27,6 +27,8 @@ final class OwnChanges {
                 "the library's unpacked copies, in use as long as it runs, removed when it next runs; and the "
                         + "cleaner's empty folder, removed when it next runs an hour later or after");
         if (!Host.isWine()) {
+            leaveOut("\\[HKEY_LOCAL_MACHINE\\\\System\\\\.*\\\\Services\\\\[bd]am\\\\.*",
+                    "the programs that ran, which Windows notes by their paths");
             REASONS.put(Pattern.compile("(?!)"), "whatever does not name the product");
         }
     }

@@ -2,6 +2,10 @@ package com.corvane.demo;
 
 import com.corvane.wizard.platform.win32.security.WindowsAccountPrivilegeServiceImpl;
 import com.corvane.wizard.service.ServiceException;
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.nio.file.Paths;
 import java.util.Arrays;
 import java.util.List;
 
@@ -14,6 +18,9 @@ final class RightsChapter implements Chapter {
     private static final String UNKNOWN = "nobody of that name";
     private static final String RIGHT = WindowsAccountPrivilegeServiceImpl.LOG_ON_AS_SERVICE;
     private static final String HERE = "";
+
+    /** Is there from before it is granted until it is taken away again. */
+    private static final Path NOTE = Paths.get("corvane-demo-right.txt");
 
     private static final int NOT_GRANTED = -110100;
     private static final int NOT_TAKEN_AWAY = -110102;
@@ -33,9 +40,15 @@ final class RightsChapter implements Chapter {
         List<String> before = held();
         stage.scene("What " + ACCOUNT + " holds itself, and not as a member of groups");
         stage.tells(Text.of(before.toArray()));
+        if (!before.contains(RIGHT)) {
+            Files.write(NOTE, new byte[0]);
+        }
         grant(stage);
         if (!before.contains(RIGHT)) {
-            stage.does("take it away", () -> takeAway(ACCOUNT));
+            stage.does("take it away", () -> {
+                takeAway(ACCOUNT);
+                Files.delete(NOTE);
+            });
         }
         stage.gives("it holds what it held before", before, this::held);
         failOnPurpose(stage);
@@ -58,6 +71,17 @@ final class RightsChapter implements Chapter {
         stage.refuses("take it away", NOT_TAKEN_AWAY, NO_SUCH_ACCOUNT, () -> takeAway(UNKNOWN));
         stage.refuses("list what it holds", NOT_LISTED, NO_SUCH_ACCOUNT,
                 () -> rights.nativeEnumerateAccountRights(UNKNOWN, HERE));
+    }
+
+    /** Also what a run that was broken off has left. */
+    static void clear() throws ServiceException, IOException {
+        if (Files.exists(NOTE)) {
+            RightsChapter chapter = new RightsChapter();
+            if (chapter.held().contains(RIGHT)) {
+                chapter.takeAway(ACCOUNT);
+            }
+            Files.delete(NOTE);
+        }
     }
 
     private void grant(String account) throws ServiceException {
