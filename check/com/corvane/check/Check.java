@@ -4,8 +4,10 @@ import java.io.BufferedReader;
 import java.io.IOException;
 import java.io.PrintWriter;
 import java.nio.charset.StandardCharsets;
+import java.nio.file.FileSystems;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.attribute.UserPrincipalNotFoundException;
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
@@ -13,17 +15,16 @@ import java.util.Locale;
 
 /**
  * Runs the tests and the demonstration on the Windows that it is started on, each in a JVM of its own, and counts.
- * {@code check.cmd} starts it, in the folder of the archive: with {@code before} and, when Windows was restarted,
- * {@code after} for what takes a restart, and without either for all else. Exits with 0 when nothing failed, 1 when
- * something did, 2 when nothing was tried.
+ * {@code check.cmd} starts it, by {@link Start}, in the folder of the archive: with {@code before} and, when Windows
+ * was restarted, {@code after} for what takes a restart, and without either for all else. Exits with 0 when nothing
+ * failed, 1 when something did, 2 when nothing was tried.
  */
 public final class Check {
 
-    private static final int FIRST_JAVA = 17;
     private static final String CODE_PAGE = System.getProperty("sun.jnu.encoding");
     private static final String WESTERN = "Cp1252";
     private static final String JAPANESE = "MS932";
-    private static final Path WIN_INIT = Path.of(System.getenv("SystemRoot"), "WinInit.Ini");
+    static final Path WIN_INIT = Path.of(System.getenv("SystemRoot"), "WinInit.Ini");
     private static final Path LOG = Path.of("check.log").toAbsolutePath();
 
     /** What "check.cmd after" is to do, as the work folder keeps it. */
@@ -62,12 +63,17 @@ public final class Check {
         boolean isAfter = half.equals("after");
         if (!List.of("", "before", "after").contains(half)) {
             return "check.cmd [before | after] [/y]";
-        } else if (!System.getProperty("os.arch").equals("amd64") || Runtime.version().feature() < FIRST_JAVA) {
-            return "It takes a JVM " + FIRST_JAVA + " for x86-64, or a later one; not " + System.getProperty("java.home");
+        } else if (!System.getProperty("os.arch").equals("amd64")) {
+            return "It takes a JVM for x86-64; not " + System.getProperty("java.home");
+        } else if (!isEnglish()) {
+            return "The tests know accounts, services and messages by their English names; this Windows has others.";
         } else if (!List.of(WESTERN, JAPANESE).contains(CODE_PAGE)) {
             return "The tests are for the code pages 1252 (Western) and 932 (Japanese); here it is " + CODE_PAGE;
         } else if (isAfter && !work.exists()) {
             return "First: check.cmd before";
+        } else if (isAfter && !work.isOurs()) {
+            return work + " was made by somebody else, by you with other rights, or not to its end:\n"
+                    + "start this again with those rights, or look into it and delete it.";
         } else if (!half.isEmpty() && work.isWaitingForStart()) {
             return "First restart Windows: work of an earlier run waits for it. (Shut down and started is not enough.)";
         } else if (!isAfter && work.exists()) {
@@ -77,6 +83,16 @@ public final class Check {
             return WIN_INIT + " is there, which the tests would delete. (No Windows of today reads it.)";
         }
         return "";
+    }
+
+    /** A user may have another language than the system. */
+    private static boolean isEnglish() throws IOException {
+        try {
+            FileSystems.getDefault().getUserPrincipalLookupService().lookupPrincipalByGroupName("Administrators");
+            return Locale.getDefault(Locale.Category.DISPLAY).getLanguage().equals("en");
+        } catch (UserPrincipalNotFoundException e) {
+            return false;
+        }
     }
 
     private boolean isAllowed() throws IOException {
@@ -130,6 +146,7 @@ public final class Check {
 
     private void close() throws Exception {
         if (work.awaited().isEmpty()) {
+            takeBack();
             work.delete();
             say(work.exists() ? "\nDelete it yourself, something in it is in use: " + work : "");
         } else {
@@ -137,6 +154,14 @@ public final class Check {
         }
         say("All that was said: " + LOG + "\n");
         say(passed + " passed, " + failed + " failed, " + skipped + " skipped");
+    }
+
+    private void takeBack() throws Exception {
+        List<String> command = work.java(WorkFolder.TEST, "-cp", work.classPath(), "com.corvane.check.Leftovers");
+        if (run(command, WorkFolder.TEST, new TestOutput()) != 0) {
+            ++failed;
+            say("FAILED: not all could be taken back; touches.txt says what there may be");
+        }
     }
 
     private void say(String text) {

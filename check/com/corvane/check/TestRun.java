@@ -2,6 +2,8 @@ package com.corvane.check;
 
 import static org.junit.platform.engine.discovery.DiscoverySelectors.selectPackage;
 
+import com.corvane.wizard.service.ServiceException;
+import java.nio.file.AccessDeniedException;
 import java.nio.file.FileSystemException;
 import java.util.List;
 import java.util.regex.Pattern;
@@ -23,8 +25,12 @@ final class TestRun implements TestExecutionListener {
     /** What begins the last line; behind it stand the counts. */
     static final String END = "tests passed, failed, skipped: ";
 
-    /** In the texts of failures: access is denied, it takes an elevated user, a privilege is not held. */
-    private static final Pattern RIGHTS = Pattern.compile("\\berror (5|740|1314)\\b|\\((5|740|1314)\\)");
+    /** Access is denied, it takes an elevated user, a privilege is not held. */
+    private static final List<Integer> DENIED = List.of(5, 740, 1314);
+
+    /** The same in what came otherwise than a test expects; what it expects itself stands elsewhere. */
+    private static final Pattern CAME_DENIED = Pattern.compile(
+            "(?m)(^\\s*came\\s|but it came to |but was: <|CreateProcess ).*\\berror[ =](5|740|1314)\\b");
 
     private final boolean isAdministrator = WorkFolder.isAdministrator();
     private TestPlan plan;
@@ -74,8 +80,14 @@ final class TestRun implements TestExecutionListener {
     }
 
     private static boolean tellsOfRights(Throwable thrown) {
-        return thrown != null && (thrown instanceof FileSystemException
-                || RIGHTS.matcher(String.valueOf(thrown.getMessage())).find() || tellsOfRights(thrown.getCause()));
+        if (thrown == null) {
+            return false;
+        }
+        String message = String.valueOf(thrown.getMessage());
+        return thrown instanceof AccessDeniedException
+                || thrown instanceof FileSystemException && message.contains("privilege is not held")
+                || thrown instanceof ServiceException failure && DENIED.contains(failure.getReason())
+                || CAME_DENIED.matcher(message).find() || tellsOfRights(thrown.getCause());
     }
 
     private void skip(TestIdentifier test, String reason) {

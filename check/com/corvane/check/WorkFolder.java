@@ -10,10 +10,11 @@ import java.nio.file.attribute.AclEntryFlag;
 import java.nio.file.attribute.AclEntryPermission;
 import java.nio.file.attribute.AclEntryType;
 import java.nio.file.attribute.AclFileAttributeView;
+import java.nio.file.attribute.BasicFileAttributes;
+import java.nio.file.attribute.UserPrincipal;
 import java.util.ArrayList;
 import java.util.Comparator;
 import java.util.EnumSet;
-import java.util.HashSet;
 import java.util.List;
 import java.util.Set;
 import java.util.stream.Collectors;
@@ -27,7 +28,7 @@ import java.util.stream.Stream;
 final class WorkFolder {
 
     private static final Path WINDOWS = Path.of(System.getenv("SystemRoot"));
-    private static final Path FOLDER = Path.of(System.getenv("ProgramData"), "corvane-check");
+    static final Path FOLDER = Path.of(System.getenv("ProgramData"), "corvane-check");
     private static final Path STATE = FOLDER.resolve("awaited.txt");
     /** SYSTEM and the administrators, whose names differ from language to language. */
     private static final Set<Integer> RULERS = Set.of("S-1-5-18".hashCode(), "S-1-5-32-544".hashCode());
@@ -42,10 +43,20 @@ final class WorkFolder {
     /** With all rights: these make a file in Windows' own folder. */
     static boolean isAdministrator() {
         try {
-            Files.delete(Files.createTempFile(WINDOWS, "corvane", null));
+            ownerIn(WINDOWS);
             return true;
         } catch (IOException e) {
             return false;
+        }
+    }
+
+    /** Whose a file is that is made in this folder. Its name takes no random numbers: see {@link #java}. */
+    private static UserPrincipal ownerIn(Path folder) throws IOException {
+        Path file = Files.createFile(folder.resolve("corvane-" + System.nanoTime()));
+        try {
+            return Files.getOwner(file);
+        } finally {
+            Files.delete(file);
         }
     }
 
@@ -53,11 +64,31 @@ final class WorkFolder {
         return Files.exists(FOLDER, LinkOption.NOFOLLOW_LINKS);
     }
 
-    /** Made by nobody else: it must not be there. */
+    /**
+     * Whether it was made by this user, with these rights, or by a ruler, to its end, and is closed to others.
+     * Everybody can make folders beside it: what is in a foreign one must not be run.
+     */
+    boolean isOurs() {
+        try {
+            AclFileAttributeView view = aclOf(FOLDER);
+            BasicFileAttributes kind =
+                    Files.readAttributes(FOLDER, BasicFileAttributes.class, LinkOption.NOFOLLOW_LINKS);
+            Set<UserPrincipal> makers = holders(ownerIn(FOLDER.getParent()));
+            return kind.isDirectory() && !kind.isOther() && makers.contains(view.getOwner())
+                    && makers.contains(aclOf(STATE).getOwner())
+                    && principals(view).collect(Collectors.toSet()).equals(holders(view.getOwner()));
+        } catch (IOException e) {
+            return false;
+        }
+    }
+
+    /** Made by nobody else: it must not be there, nor anything in it that somebody was quick to put there. */
     void make() throws IOException {
         Files.createDirectory(FOLDER);
         closeToOthers();
-        awaits("what is left");
+        if (FOLDER.toFile().list().length > 0) {
+            throw new IOException("Somebody else has put something into " + FOLDER);
+        }
         Files.createDirectory(FOLDER.resolve(TEST));
         Files.createDirectory(FOLDER.resolve(DEMO));
         for (String part : List.of("lib", "scenes")) {
@@ -72,21 +103,36 @@ final class WorkFolder {
                 }
             }
         }
+        awaits("what is left");
     }
 
-    /** The JDK finds an account by its name alone; the rights to Windows' own folder name these two. */
     private static void closeToOthers() throws IOException {
-        AclFileAttributeView view = Files.getFileAttributeView(FOLDER, AclFileAttributeView.class);
+        AclFileAttributeView view = aclOf(FOLDER);
         List<AclEntry> entries = new ArrayList<>();
-        Set<Object> holders = new HashSet<>();
-        Stream.concat(Stream.of(view.getOwner()),
-                Files.getFileAttributeView(WINDOWS, AclFileAttributeView.class).getAcl()
-                        .stream().map(AclEntry::principal).filter(holder -> RULERS.contains(holder.hashCode())))
-                .filter(holders::add)
-                .forEach(holder -> entries.add(AclEntry.newBuilder().setType(AclEntryType.ALLOW).setPrincipal(holder)
-                        .setPermissions(EnumSet.allOf(AclEntryPermission.class))
-                        .setFlags(AclEntryFlag.FILE_INHERIT, AclEntryFlag.DIRECTORY_INHERIT).build()));
+        for (UserPrincipal holder : holders(view.getOwner())) {
+            entries.add(AclEntry.newBuilder().setType(AclEntryType.ALLOW).setPrincipal(holder)
+                    .setPermissions(EnumSet.allOf(AclEntryPermission.class))
+                    .setFlags(AclEntryFlag.FILE_INHERIT, AclEntryFlag.DIRECTORY_INHERIT).build());
+        }
         view.setAcl(entries);
+    }
+
+    private static AclFileAttributeView aclOf(Path path) {
+        return Files.getFileAttributeView(path, AclFileAttributeView.class, LinkOption.NOFOLLOW_LINKS);
+    }
+
+    private static Stream<UserPrincipal> principals(AclFileAttributeView view) throws IOException {
+        return view.getAcl().stream().map(AclEntry::principal);
+    }
+
+    /**
+     * This account and the rulers. The JDK finds an account by its name alone; the rights to Windows' own folder name
+     * these two.
+     */
+    private static Set<UserPrincipal> holders(UserPrincipal owner) throws IOException {
+        return Stream.concat(Stream.of(owner),
+                principals(aclOf(WINDOWS)).filter(holder -> RULERS.contains(holder.hashCode())))
+                .collect(Collectors.toSet());
     }
 
     /** What "check.cmd after" is to do; empty when nothing is left to do. */
@@ -112,6 +158,8 @@ final class WorkFolder {
         List<String> command = new ArrayList<>(List.of(java, "-XX:+UseSerialGC", "-XX:-UsePerfData", "-Xmx512m",
                 "-Dfile.encoding=UTF-8", "-Dsun.stdout.encoding=UTF-8", "-Dsun.stderr.encoding=UTF-8",
                 "-Djava.io.tmpdir=" + FOLDER.resolve(temporary)));
+        // The JVM seeds its random numbers with the network's adapters, which Wine 10 fails to list for both families.
+        command.addAll(IS_WINE ? List.of("-Djava.net.preferIPv4Stack=true") : List.of());
         command.addAll(List.of(options));
         return command;
     }
@@ -148,13 +196,21 @@ final class WorkFolder {
     /** Programs that were started here may go on for a moment. */
     void delete() throws Exception {
         for (int tries = 0; tries < TRIES && exists(); ++tries) {
-            try (Stream<Path> all = Files.walk(FOLDER)) {
+            try {
+                deleteTree(FOLDER);
+            } catch (IOException | UncheckedIOException e) {
+                Thread.sleep(100);
+            }
+        }
+    }
+
+    static void deleteTree(Path folder) throws IOException {
+        if (Files.exists(folder, LinkOption.NOFOLLOW_LINKS)) {
+            try (Stream<Path> all = Files.walk(folder)) {
                 for (Path path : all.sorted(Comparator.reverseOrder()).toList()) {
                     Files.setAttribute(path, "dos:readonly", false, LinkOption.NOFOLLOW_LINKS);
                     Files.delete(path);
                 }
-            } catch (IOException | UncheckedIOException e) {
-                Thread.sleep(100);
             }
         }
     }
