@@ -1,6 +1,7 @@
 package com.corvane.wizard.platform.win32;
 
 import java.io.IOException;
+import java.nio.channels.SeekableByteChannel;
 import java.nio.file.DirectoryIteratorException;
 import java.nio.file.DirectoryStream;
 import java.nio.file.FileAlreadyExistsException;
@@ -9,16 +10,17 @@ import java.nio.file.InvalidPathException;
 import java.nio.file.LinkOption;
 import java.nio.file.Path;
 import java.nio.file.Paths;
+import java.nio.file.StandardOpenOption;
 import java.nio.file.attribute.AclEntry;
 import java.nio.file.attribute.AclEntryFlag;
 import java.nio.file.attribute.AclEntryPermission;
 import java.nio.file.attribute.AclEntryType;
 import java.nio.file.attribute.AclFileAttributeView;
 import java.nio.file.attribute.BasicFileAttributes;
+import java.nio.file.attribute.FileAttribute;
 import java.nio.file.attribute.UserPrincipal;
 import java.util.ArrayList;
 import java.util.Arrays;
-import java.util.Collections;
 import java.util.EnumSet;
 import java.util.LinkedHashSet;
 import java.util.List;
@@ -41,15 +43,20 @@ final class CopyFolder {
 
     private CopyFolder() {}
 
-    /** A new folder in {@code place}; where the file system has rights, only its owner and rulers have any. */
+    /**
+     * A new folder in {@code place}; where the file system has rights, only its owner and rulers ever have any. The
+     * owner is whom Windows makes it: the user; or the administrators, when they are meant to be alone, as with a
+     * program that was started with their rights. A user's name would tell less: an account of the domain and one
+     * of the computer may share it.
+     */
     static Path create(Path place) throws IOException {
-        boolean hasRights = Files.getFileStore(place).supportsFileAttributeView(AclFileAttributeView.class);
-        Set<UserPrincipal> rulers = hasRights ? rulers() : Collections.emptySet();
-        Path folder = createNew(place);
+        if (!hasRights(place)) {
+            return createNew(place);
+        }
+        Set<UserPrincipal> holders = withRulers(ownerOfNew(place));
+        Path folder = createClosed(place, holders);
         try {
-            if (hasRights) {
-                closeToOthers(folder, rulers);
-            }
+            rightsOf(folder).setAcl(entries(AclEntryType.ALLOW, holders));
             return folder;
         } catch (IOException | RuntimeException e) {
             remove(folder);
@@ -57,20 +64,78 @@ final class CopyFolder {
         }
     }
 
+    private static boolean hasRights(Path path) throws IOException {
+        return Files.getFileStore(path).supportsFileAttributeView(AclFileAttributeView.class);
+    }
+
+    /** Whom Windows makes the owner there: asked of a file that nobody can exchange meanwhile, for it is open. */
+    @SuppressWarnings("try") // the file is open for what that keeps away
+    private static UserPrincipal ownerOfNew(Path place) throws IOException {
+        Path file = place.resolve(PREFIX + new Random().nextLong() + ".tmp");
+        try (SeekableByteChannel held = Files.newByteChannel(file, StandardOpenOption.CREATE_NEW,
+                StandardOpenOption.WRITE, StandardOpenOption.DELETE_ON_CLOSE, JarCopy.option(JarCopy.DENY_DELETE))) {
+            return rightsOf(file).getOwner();
+        }
+    }
+
+    /**
+     * One that is closed from its first moment: who opens it in a later one may keep what he could do then. What the
+     * place hands down cannot be kept from it, but comes behind what it is made with and is denied there: to all
+     * whom the place names, and those whom Windows' own folder does, which are all users. Only its holders come
+     * before.
+     */
+    static Path createClosed(Path place, Set<UserPrincipal> holders) throws IOException {
+        Set<UserPrincipal> denied = namedIn(place);
+        denied.addAll(namedInWindows());
+        denied.removeAll(holders);
+        List<AclEntry> rights = entries(AclEntryType.ALLOW, holders);
+        rights.addAll(entries(AclEntryType.DENY, denied));
+        return createNew(place, new FileAttribute<List<AclEntry>>() {
+            @Override
+            public String name() {
+                return "acl:acl";
+            }
+
+            @Override
+            public List<AclEntry> value() {
+                return rights;
+            }
+        });
+    }
+
     /**
      * The JDK's own method for this draws its names from a SecureRandom, which a JVM cannot always seed: that looks
      * at all of the network's adapters. The name may be guessed: what is there already is never taken over.
      */
-    private static Path createNew(Path place) throws IOException {
+    private static Path createNew(Path place, FileAttribute<?>... rights) throws IOException {
         Random random = new Random();
         for (int tries = 1;; tries++) {
             try {
-                return Files.createDirectory(place.resolve(PREFIX + (random.nextLong() >>> 1)));
+                return Files.createDirectory(place.resolve(PREFIX + (random.nextLong() >>> 1)), rights);
             } catch (FileAlreadyExistsException e) {
                 if (tries == MOST_TRIES) {
                     throw e;
                 }
             }
+        }
+    }
+
+    /**
+     * That the folder is like the one that was made, now that the copy in it is open and keeps others from renaming
+     * it: before, who may delete in the place could put another there. That one's owner is another than the copy's,
+     * unless both programs are one user's with the same rights.
+     */
+    static void requireClosed(Path folder, Path copy) throws IOException {
+        if (!hasRights(folder)) {
+            return;
+        }
+        Set<UserPrincipal> holders = withRulers(rightsOf(copy).getOwner());
+        boolean closed = holders.contains(rightsOf(folder).getOwner());
+        for (AclEntry entry : rightsOf(folder).getAcl()) {
+            closed &= entry.type() != AclEntryType.ALLOW || holders.contains(entry.principal());
+        }
+        if (!closed) {
+            throw new IOException("another user put his own folder in the place of " + folder);
         }
     }
 
@@ -123,25 +188,26 @@ final class CopyFolder {
         }
     }
 
-    /**
-     * Leaves nothing of the rights that the place hands down; they could not be kept from a new folder, whatever
-     * it is made with. The owner is whom Windows makes it: the user; or the administrators, when they are meant
-     * to be alone, as with a program that was started with their rights. A user's name would tell less: an
-     * account of the domain and one of the computer may share it.
-     */
-    private static void closeToOthers(Path folder, Set<UserPrincipal> rulers) throws IOException {
-        // Were a link put in its place meanwhile, the rights of what it leads to must stay.
-        AclFileAttributeView view =
-                Files.getFileAttributeView(folder, AclFileAttributeView.class, LinkOption.NOFOLLOW_LINKS);
-        Set<UserPrincipal> holders = new LinkedHashSet<>(rulers);
-        holders.add(view.getOwner());
-        List<AclEntry> rights = new ArrayList<>();
+    /** Were a link put in its place, the rights of what it leads to must stay. */
+    private static AclFileAttributeView rightsOf(Path path) {
+        return Files.getFileAttributeView(path, AclFileAttributeView.class, LinkOption.NOFOLLOW_LINKS);
+    }
+
+    /** All rights to the folder and what will be in it, for each of them. */
+    private static List<AclEntry> entries(AclEntryType type, Set<UserPrincipal> holders) {
+        List<AclEntry> entries = new ArrayList<>();
         for (UserPrincipal holder : holders) {
-            rights.add(AclEntry.newBuilder().setType(AclEntryType.ALLOW).setPrincipal(holder)
+            entries.add(AclEntry.newBuilder().setType(type).setPrincipal(holder)
                     .setPermissions(EnumSet.allOf(AclEntryPermission.class))
                     .setFlags(AclEntryFlag.FILE_INHERIT, AclEntryFlag.DIRECTORY_INHERIT).build());
         }
-        view.setAcl(rights);
+        return entries;
+    }
+
+    private static Set<UserPrincipal> withRulers(UserPrincipal owner) {
+        Set<UserPrincipal> holders = rulers();
+        holders.add(owner);
+        return holders;
     }
 
     /**
@@ -150,21 +216,30 @@ final class CopyFolder {
      * a principal of the JDK has its text's hash. Where that finds nobody, the owner alone has rights.
      */
     private static Set<UserPrincipal> rulers() {
-        Set<UserPrincipal> rulers = new LinkedHashSet<>();
+        Set<UserPrincipal> rulers = namedInWindows();
+        rulers.removeIf(one -> RULERS.stream().noneMatch(sid -> sid.hashCode() == one.hashCode()));
+        return rulers;
+    }
+
+    private static Set<UserPrincipal> namedInWindows() {
         String windows = System.getenv("SystemRoot");
-        if (windows == null) {
-            return rulers;
-        }
         try {
-            Path folder = Paths.get(windows);
-            for (AclEntry entry : Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl()) {
-                if (RULERS.stream().anyMatch(sid -> sid.hashCode() == entry.principal().hashCode())) {
-                    rulers.add(entry.principal());
-                }
+            return windows == null ? new LinkedHashSet<>() : namedIn(Paths.get(windows));
+        } catch (InvalidPathException e) {
+            return new LinkedHashSet<>();
+        }
+    }
+
+    /** Who is named in its rights; nobody when these cannot be read. */
+    private static Set<UserPrincipal> namedIn(Path folder) {
+        Set<UserPrincipal> named = new LinkedHashSet<>();
+        try {
+            for (AclEntry entry : rightsOf(folder).getAcl()) {
+                named.add(entry.principal());
             }
-        } catch (IOException | InvalidPathException e) {
+        } catch (IOException e) {
             // The owner is enough to load the library.
         }
-        return rulers;
+        return named;
     }
 }

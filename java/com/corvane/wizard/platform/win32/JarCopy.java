@@ -45,6 +45,7 @@ final class JarCopy {
         try (DirectoryStream<Path> listing = Files.newDirectoryStream(folder);
                 SeekableByteChannel held = unpack(file, content)) {
             requireNoLink(folder);
+            CopyFolder.requireClosed(folder, file);
             requireContent(held, content);
             use.of(file, held);
             used = true;

@@ -6,15 +6,24 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.LoadProbe;
+import com.sun.jna.platform.win32.Advapi32Util;
 import java.io.IOException;
 import java.nio.channels.SeekableByteChannel;
 import java.nio.charset.StandardCharsets;
+import java.nio.file.FileSystems;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.StandardCopyOption;
 import java.nio.file.StandardOpenOption;
+import java.nio.file.attribute.AclEntry;
+import java.nio.file.attribute.AclEntryFlag;
+import java.nio.file.attribute.AclEntryPermission;
+import java.nio.file.attribute.AclEntryType;
+import java.nio.file.attribute.AclFileAttributeView;
+import java.nio.file.attribute.UserPrincipal;
 import java.util.ArrayList;
 import java.util.Collections;
+import java.util.EnumSet;
 import java.util.HashSet;
 import java.util.List;
 import java.util.Set;
@@ -28,6 +37,9 @@ class LoadAttackTest {
 
     /** Which of the attacks changes the copy itself. */
     private static final int WRITING = 3;
+
+    private static final Set<AclEntryFlag> INHERITED =
+            EnumSet.of(AclEntryFlag.FILE_INHERIT, AclEntryFlag.DIRECTORY_INHERIT);
 
     @TempDir
     Path temporary;
@@ -147,5 +159,33 @@ class LoadAttackTest {
                 assertThrows(IOException.class, () -> JarCopy.requireContent(changed, content), found);
             }
         }
+    }
+
+    /** Its folder is closed from its first moment, and one that others may enter is not used in its place. */
+    @Test
+    void aPlaceOpenToEverybodyHandsNoRightsDown() throws Exception {
+        UserPrincipal everyone = FileSystems.getDefault().getUserPrincipalLookupService()
+                .lookupPrincipalByName(Advapi32Util.getAccountBySid("S-1-1-0").fqn);
+        Files.getFileAttributeView(temporary, AclFileAttributeView.class).setAcl(List.of(AclEntry.newBuilder()
+                .setType(AclEntryType.ALLOW).setPrincipal(everyone).setFlags(INHERITED)
+                .setPermissions(EnumSet.allOf(AclEntryPermission.class)).build()));
+        for (AclEntry entry : rights(CopyFolder.createClosed(temporary, Set.of(Files.getOwner(temporary))))) {
+            assertFalse(entry.principal().equals(everyone) && entry.type() == AclEntryType.ALLOW, entry.toString());
+            if (entry.principal().equals(everyone)) {
+                break;
+            }
+        }
+        Path folder = CopyFolder.create(temporary);
+        Path file = Files.createFile(folder.resolve("file"));
+        CopyFolder.requireClosed(folder, file);
+        assertThrows(IOException.class, () -> CopyFolder.requireClosed(temporary, file));
+        for (AclEntry entry : rights(folder)) {
+            assertTrue(entry.flags().equals(INHERITED) && (entry.principal().equals(Files.getOwner(folder))
+                    || Win32LibraryTest.RULERS.contains(entry.principal().getName())), entry.toString());
+        }
+    }
+
+    private static List<AclEntry> rights(Path folder) throws IOException {
+        return Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl();
     }
 }

@@ -39,7 +39,7 @@ class Win32LibraryTest {
     static final String BUILT = PROPERTY + System.getProperty("corvane.win32.library");
 
     /** As this Windows calls the system and the administrators, in its language. */
-    private static final List<String> RULERS = List.of(Advapi32Util.getAccountBySid("S-1-5-18").fqn,
+    static final List<String> RULERS = List.of(Advapi32Util.getAccountBySid("S-1-5-18").fqn,
             Advapi32Util.getAccountBySid("S-1-5-32-544").fqn);
 
     @TempDir
