@@ -1,8 +1,9 @@
 #include "cleaner/removal.h"
 
+#include <utility>
+
+#include "cleaner/held_file.h"
 #include "file/in_use/at_reboot.h"
-#include "file/in_use/delete_entry.h"
-#include "file/in_use/directory_search.h"
 
 namespace corvane {
 
@@ -12,33 +13,30 @@ namespace {
 constexpr DWORD kPatienceMilliseconds = 10'000;
 constexpr DWORD kPauseMilliseconds = 200;
 
-/// What stands at a path. A link is one that leads to a directory; one to a file is like a file.
-enum class Found { kNothing, kFile, kLink, kDirectory };
+constexpr ACCESS_MASK kToList = FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES;
+constexpr ACCESS_MASK kToMakeWriteable = FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
 
 bool isGone(DWORD error) noexcept {
   return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
-/// How an entry is deleted.
-using Deletion = FileOutcome (*)(const wchar_t* path, EntryKind kind);
-
-/// Whatever keeps it from going now: a directory that holds what waits does not go either.
-FileOutcome deleteNowOrAtReboot(const wchar_t* path, EntryKind kind) {
-  const FileOutcome outcome = deleteEntryNow(path, kind);
-  return outcome.error ? deleteAtReboot(path) : outcome;
-}
+/// What becomes of what cannot be deleted now.
+enum class Rest { kStays, kGoesAtReboot };
 
 /// One attempt at everything.
 class Attempt {
  public:
-  explicit Attempt(Deletion deletion) : delete_(deletion) {}
+  explicit Attempt(Rest rest) : rest_(rest) {}
 
   void remove(const Removable& removable) {
-    const Found found = find(removable.path);
-    if (found == Found::kFile) {
-      removeEntry(removable.path, EntryKind::kFile);
-    } else if (found != Found::kNothing && removable.isTree) {
-      removeTree(removable.path);
+    const ListedFile found{removable.path, GetFileAttributesW(removable.path.c_str())};
+    if (found.attributes == INVALID_FILE_ATTRIBUTES) {
+      // What cannot be told, such as on a drive that is not ready, is still there.
+      incomplete_ |= !isGone(GetLastError());
+    } else if (!found.isDirectory()) {
+      removeEntry(found);
+    } else if (removable.isTree) {
+      removeTree(found);
     }
   }
 
@@ -46,58 +44,104 @@ class Attempt {
   bool isIncomplete() const noexcept { return incomplete_; }
 
  private:
-  /// What cannot be told, such as on a drive that is not ready, is still there.
-  Found find(const WString& path) {
-    DirectorySearch search(path);
-    if (!search || !search.next()) {
-      incomplete_ |= !isGone(GetLastError());
-      return Found::kNothing;
-    }
-    if (!search.isDirectory()) {
-      return Found::kFile;
-    }
-    return search.isLink() ? Found::kLink : Found::kDirectory;
-  }
+  /// A directory that is being emptied, and what of its directories is still to be.
+  struct Level {
+    ListedFile self;
+    HeldFile directory;
+    std::vector<ListedFile> directories;
+  };
 
-  /// However deep it is, without recursion: each directory is listed behind the one that it is in,
-  /// and they go from the end. Whether one is a link is asked right before it is gone into, for
-  /// another program may have put one there since it was listed. Were that done in the moment
-  /// after, or to a directory above it, the link would be followed: whoever can do so may delete in
-  /// the tree, and an order of an administrator should name no tree in which others may.
-  void removeTree(const WString& root) {
-    std::vector<WString> directories{root};
-    for (size_t index = 0; index < directories.size(); ++index) {
-      if (find(directories[index]) == Found::kDirectory) {
-        removeContent(WString(directories[index]), directories);
-      }
-    }
-    for (; !directories.empty(); directories.pop_back()) {
-      removeEntry(directories.back(), EntryKind::kDirectory);
-    }
-  }
-
-  /// All but the directories in it and the links to such, which are appended.
-  void removeContent(const WString& directory, std::vector<WString>& directories) {
-    for (DirectorySearch found(directory + L"\\*"); found && found.next();) {
-      WString path = directory + L"\\" + found.name();
-      if (found.isDirectory()) {
-        directories.push_back(std::move(path));
+  /// However deep it is, without recursion. Each directory on the way is held open, and what is in
+  /// it is opened through it by its name alone. So no link leads out of the tree, wherever one is
+  /// put meanwhile by others who may write there; it is deleted itself when its turn comes.
+  void removeTree(const ListedFile& root) {
+    enter(root);
+    while (!way_.empty()) {
+      if (std::vector<ListedFile>& rest = way_.back().directories; rest.empty()) {
+        leave();
       } else {
-        removeEntry(path, EntryKind::kFile);
+        const ListedFile next = std::move(rest.back());
+        rest.pop_back();
+        enter(next);
       }
     }
   }
 
-  void removeEntry(const WString& path, EntryKind kind) {
-    incomplete_ |= delete_(path.c_str(), kind).error.has_value();
+  /// What was listed as a directory may be a link by now; what was listed as a link is none to
+  /// enter, whatever it is by now.
+  void enter(const ListedFile& self) {
+    way_.push_back(
+        {self, HeldFile(innermost(), self.name, HeldFile::Kind::kDirectory, kToList), {}});
+    const HeldFile& directory = way_.back().directory;
+    if (directory && !directory.isLink() && directory.isReparsePoint() == self.isReparsePoint()) {
+      removeContent();
+    }
   }
 
-  Deletion delete_;
+  /// All but the directories and the links to such, which are left to be gone into.
+  void removeContent() {
+    for (ListedFile& found : way_.back().directory.list()) {
+      if (found.isDirectory()) {
+        way_.back().directories.push_back(std::move(found));
+      } else {
+        removeEntry(found);
+      }
+    }
+  }
+
+  void leave() {
+    const ListedFile self = std::move(way_.back().self);
+    way_.pop_back();
+    removeEntry(self);
+  }
+
+  const HeldFile& innermost() const noexcept {
+    return way_.empty() ? nowhere_ : way_.back().directory;
+  }
+
+  void removeEntry(const ListedFile& entry) {
+    const DWORD error = deleteNow(entry);
+    if (error != ERROR_SUCCESS && !isGone(error)) {
+      incomplete_ |=
+          rest_ == Rest::kStays || deleteAtReboot(pathOf(entry).c_str()).error.has_value();
+    }
+  }
+
+  /// Whatever has its name by now: a link goes itself, and a directory that is not empty stays.
+  DWORD deleteNow(const ListedFile& entry) const {
+    const auto kind = entry.isDirectory() ? HeldFile::Kind::kDirectory : HeldFile::Kind::kFile;
+    if (entry.isReadOnly()) {
+      // On its own: what is in use can be made writeable, so that the next start can delete it.
+      makeWriteable(HeldFile(innermost(), entry.name, kind, kToMakeWriteable));
+    }
+    const HeldFile file(innermost(), entry.name, kind, DELETE);
+    return file ? file.remove() : file.error();
+  }
+
+  static void makeWriteable(const HeldFile& file) {
+    if (file) {
+      file.makeWriteable();
+    }
+  }
+
+  /// By its name from the top, for the next start knows nothing else.
+  WString pathOf(const ListedFile& entry) const {
+    WString path;
+    for (const Level& level : way_) {
+      path += level.self.name + L"\\";
+    }
+    return path + entry.name;
+  }
+
+  Rest rest_;
   bool incomplete_ = false;
+  const HeldFile nowhere_;
+  /// From the root of a tree.
+  std::vector<Level> way_;
 };
 
-bool isIncomplete(const std::vector<Removable>& removables, Deletion deletion) {
-  Attempt attempt(deletion);
+bool isIncomplete(const std::vector<Removable>& removables, Rest rest) {
+  Attempt attempt(rest);
   for (const Removable& removable : removables) {
     attempt.remove(removable);
   }
@@ -107,15 +151,15 @@ bool isIncomplete(const std::vector<Removable>& removables, Deletion deletion) {
 }  // namespace
 
 void removeAll(const std::vector<Removable>& removables) {
-  bool incomplete = isIncomplete(removables, deleteEntryNow);
+  bool incomplete = isIncomplete(removables, Rest::kStays);
   // From here on, for to go through a large tree once may take longer.
   const DWORD begin = GetTickCount();
   while (incomplete && GetTickCount() - begin < kPatienceMilliseconds) {
     Sleep(kPauseMilliseconds);
-    incomplete = isIncomplete(removables, deleteEntryNow);
+    incomplete = isIncomplete(removables, Rest::kStays);
   }
   if (incomplete) {
-    isIncomplete(removables, deleteNowOrAtReboot);
+    isIncomplete(removables, Rest::kGoesAtReboot);
   }
 }
 

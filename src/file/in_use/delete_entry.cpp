@@ -16,8 +16,6 @@ BOOL callDelete(const wchar_t* path, EntryKind kind) {
                                   : ansiOrWide(RemoveDirectoryA, RemoveDirectoryW, path);
 }
 
-}  // namespace
-
 FileOutcome deleteEntryNow(const wchar_t* path, EntryKind kind) {
   if (isDriveAlone(path)) {
     return FileOutcome::failed(ERROR_PATH_NOT_FOUND);
@@ -26,6 +24,8 @@ FileOutcome deleteEntryNow(const wchar_t* path, EntryKind kind) {
   const BOOL deleted = callDelete(path, kind);
   return deleted != FALSE ? FileOutcome::done() : FileOutcome::failed(GetLastError());
 }
+
+}  // namespace
 
 FileOutcome deleteEntry(const wchar_t* path, EntryKind kind) {
   const FileOutcome outcome = deleteEntryNow(path, kind);

@@ -6,11 +6,6 @@ namespace corvane {
 
 enum class EntryKind { kFile, kDirectory };
 
-/// Deletes a file or an empty directory, which is made writeable first: kDone, or kFailed with the
-/// error. A drive and nothing else (see isDriveAlone) is refused with ERROR_PATH_NOT_FOUND. Win32:
-/// DeleteFileA/W, RemoveDirectoryA/W.
-FileOutcome deleteEntryNow(const wchar_t* path, EntryKind kind);
-
 /// Deletes a file or an empty directory. A read-only one is made writeable first; one that is in
 /// use is deleted at the next start of Windows. A file of which a range is locked stays, and the
 /// process's standard error says so. A drive and nothing else (see isDriveAlone) is refused with

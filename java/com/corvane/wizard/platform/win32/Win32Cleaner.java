@@ -20,9 +20,9 @@ import java.util.regex.Pattern;
  * <p>It takes the first order that names this process, waits until this process has ended, by itself or by being
  * killed, and then removes the files, and the directories with all that is in them. When the user logs off or
  * Windows is shut down, both end, and what should have gone stays. A link goes itself, and where it leads nothing is
- * touched; that something is read-only is no obstacle. What is still in use is tried again for ten seconds and then
- * left to the next start of Windows, which takes the rights of an administrator. Name no directory, with such
- * rights, in which others may write: a link that they put in a directory's place while it is emptied may be followed.
+ * touched, also when others put it there meanwhile; that something is read-only is no obstacle. What is still in use
+ * is tried again for ten seconds and then left to the next start of Windows, which takes the rights of an
+ * administrator. What waits for that does so by its name, whatever others put there until then.
  */
 public final class Win32Cleaner {
 
