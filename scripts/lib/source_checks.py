@@ -26,7 +26,7 @@ ROOMS = {
     "file/in_use": "bridge/win32 file/properties",
     "file/drives": "bridge/win32 registry environment",
     "desktop": "bridge/win32 environment file/properties",
-    "cleaner": "bridge/win32 file/properties file/in_use",
+    "cleaner": "bridge/win32 file/in_use",
 }
 
 
