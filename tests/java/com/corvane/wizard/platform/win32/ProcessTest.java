@@ -110,8 +110,8 @@ class ProcessTest {
         ProcessRequest silent = new ProcessRequest(CHILD, "out=5 err=5 exit=6");
         silent.getStdErrorStream().write(new byte[] {7}, 0, 1);
         silent.setStdError(errors);
-        silent.getStdErrorStream().write(new byte[] {7, 8, 9}, 1, 1);
-        assertArrayEquals(new byte[] {8}, errors.toByteArray());
+        silent.getStdErrorStream().write(new byte[] {7, 8, 9}, 1, 2);
+        assertArrayEquals(new byte[] {8, 9}, errors.toByteArray());
         silent.setStdError(null);
         new Win32SystemUtilServiceImpl().nativeExecuteProcess(silent, 0);
         assertEquals(6, silent.getProcessReturnCode());
