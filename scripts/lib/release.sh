@@ -52,7 +52,7 @@ pack_release() {
 
 make_javadoc() {
   rm -rf "$project/build/javadoc"
-  find "$project/java" -name '*.java' | sort >"$project/build/javadoc.args"
+  find "$project/java" -name '*.java' | sort | sed 's/.*/"&"/' >"$project/build/javadoc.args"
   "$(of_build Java_JAVADOC_EXECUTABLE)" --release 9 -Xdoclint:all -Werror -quiet -notimestamp \
     -encoding UTF-8 -windowtitle "corvane-win32 $(project_version)" -d "$project/build/javadoc" \
     "@$project/build/javadoc.args"

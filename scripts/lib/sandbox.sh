@@ -26,9 +26,10 @@ enter_sandbox='
   mount --bind "$scratch/wine" "/tmp/.wine-$(id -u)"
   mount --bind "$scratch/tmp" "$scratch/tmp"
   findmnt --raw --noheadings --output TARGET | while read -r place; do
+    place=$(printf %b "$place")
     case $place in
       "$folder" | "$scratch/tmp" | "/tmp/.wine-$(id -u)" | /proc) ;;
-      *) mount -o remount,bind,ro "$(printf %b "$place")" ;;
+      *) mount -o remount,bind,ro "$place" ;;
     esac
   done
   for place in / /tmp /dev "$scratch" "$HOME"; do

@@ -2,6 +2,7 @@
 
 #include <winternl.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -52,7 +53,8 @@ struct AttributeTagInformation {
 };
 
 constexpr ULONG kAllMayShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-constexpr ULONG kOptions = 0x00200000 | 0x00004000 | 0x20;  // reparse point, backup, synchronous
+constexpr ULONG kOptions = 0x00200000 | 0x00004000;  // reparse point, backup
+constexpr ULONG kSynchronous = 0x20;
 constexpr ULONG kDirectoryAlone = 0x01;
 constexpr ULONG kFileAlone = 0x40;
 
@@ -118,17 +120,26 @@ NTSTATUS set(HANDLE file, int kind, Information information) {
 
 /// A name with a separator is none: who gives one wants another place to be opened.
 bool isOneName(std::wstring_view name) {
-  return name != L"." && name != L".." && name.find_first_of(L"\\/") == name.npos;
+  return !name.empty() && name != L"." && name != L".." && name.find_first_of(L"\\/") == name.npos;
 }
 
-void append(std::vector<ListedFile>& files, const std::byte* buffer) {
-  for (const std::byte* next = buffer; next != nullptr;) {
+/// Nothing behind the end of what a file system has told, whatever it says there.
+void append(std::vector<ListedFile>& files, const std::byte* next, size_t size) {
+  constexpr size_t kHead = offsetof(DirectoryInformation, name);
+  while (size >= kHead) {
     const auto& entry = *reinterpret_cast<const DirectoryInformation*>(next);
+    if (entry.nameBytes > size - kHead) {
+      return;
+    }
     const std::wstring_view name(entry.name, entry.nameBytes / sizeof(wchar_t));
     if (isOneName(name)) {
       files.push_back({WString(name), entry.attributes});
     }
-    next = entry.nextOffset == 0 ? nullptr : next + entry.nextOffset;
+    if (entry.nextOffset == 0 || entry.nextOffset > size) {
+      return;
+    }
+    next += entry.nextOffset;
+    size -= entry.nextOffset;
   }
 }
 
@@ -136,10 +147,14 @@ void append(std::vector<ListedFile>& files, const std::byte* buffer) {
 
 HeldFile::HeldFile(const HeldFile& directory, const WString& name, Kind kind, ACCESS_MASK rights) {
   const HANDLE parent = directory.handle_.get();
-  const ULONG options = kOptions | (kind == Kind::kDirectory ? kDirectoryAlone : kFileAlone);
+  // Who may delete in a directory may delete what is in it, but not wait for it: the system asks
+  // the file itself for that right.
+  const bool waits = rights != DELETE;
+  const ULONG options = kOptions | (waits ? kSynchronous : 0) |
+                        (kind == Kind::kDirectory ? kDirectoryAlone : kFileAlone);
   Opening opening{parent,
                   parent == nullptr ? systemPath(name) : name,
-                  rights | SYNCHRONIZE,
+                  rights | (waits ? ACCESS_MASK{SYNCHRONIZE} : 0),
                   options};
   // The way to a whole path is the caller's, and its drive is a link itself.
   NTSTATUS status = opening.into(handle_.receive(), parent == nullptr ? 0 : kNoLinks);
@@ -163,19 +178,23 @@ std::vector<ListedFile> HeldFile::list() const {
   const auto next = found(RuntimeFunction<QueryDirectory>("ntdll.dll", "NtQueryDirectoryFile"));
   std::vector<ListedFile> files;
   alignas(DirectoryInformation) std::byte buffer[16 * 1024];
-  IO_STATUS_BLOCK io = {};
-  while (NT_SUCCESS(next(handle_.get(),
-                         nullptr,
-                         nullptr,
-                         nullptr,
-                         &io,
-                         buffer,
-                         ULONG{sizeof(buffer)},
-                         kDirectoryInformation,
-                         BOOLEAN{FALSE},
-                         nullptr,
-                         BOOLEAN{FALSE}))) {
-    append(files, buffer);
+  const auto read = [&]() -> size_t {
+    IO_STATUS_BLOCK io = {};
+    const NTSTATUS status = next(handle_.get(),
+                                 nullptr,
+                                 nullptr,
+                                 nullptr,
+                                 &io,
+                                 buffer,
+                                 ULONG{sizeof(buffer)},
+                                 kDirectoryInformation,
+                                 BOOLEAN{FALSE},
+                                 nullptr,
+                                 BOOLEAN{FALSE});
+    return NT_SUCCESS(status) ? std::min<size_t>(io.Information, sizeof(buffer)) : 0;
+  };
+  while (const size_t size = read()) {
+    append(files, buffer, size);
   }
   return files;
 }
@@ -191,7 +210,7 @@ void HeldFile::makeWriteable() const {
 DWORD HeldFile::remove() const {
   // Since Windows 10, as DeleteFileW does there: the name goes at once, and not only when the last
   // of those has ended who have it open and let others delete it.
-  constexpr ULONG kDeleteAtOnce = 0x1 | 0x2;
+  constexpr ULONG kDeleteAtOnce = 0x1 | 0x2 | 0x4;  // but not a program that runs
   if (NT_SUCCESS(set(handle_.get(), kDispositionInformationEx, kDeleteAtOnce))) {
     return ERROR_SUCCESS;
   }

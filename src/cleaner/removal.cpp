@@ -16,6 +16,8 @@ constexpr DWORD kPauseMilliseconds = 200;
 constexpr ACCESS_MASK kToList = FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES;
 constexpr ACCESS_MASK kToMakeWriteable = FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
 
+constexpr DWORD kLinkOnTheWay = 4395;  // ERROR_REPARSE_POINT_ENCOUNTERED; not every SDK has it
+
 bool isGone(DWORD error) noexcept {
   return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
@@ -73,7 +75,8 @@ class Attempt {
     way_.push_back(
         {self, HeldFile(innermost(), self.name, HeldFile::Kind::kDirectory, kToList), {}});
     const HeldFile& directory = way_.back().directory;
-    if (directory && !directory.isLink() && directory.isReparsePoint() == self.isReparsePoint()) {
+    if (directory && !directory.isLink() &&
+        (directory.isReparsePoint() || !self.isReparsePoint())) {
       removeContent();
     }
   }
@@ -102,8 +105,9 @@ class Attempt {
   void removeEntry(const ListedFile& entry) {
     const DWORD error = deleteNow(entry);
     if (error != ERROR_SUCCESS && !isGone(error)) {
-      incomplete_ |=
-          rest_ == Rest::kStays || deleteAtReboot(pathOf(entry).c_str()).error.has_value();
+      // The next start would follow a link that somebody put on the way.
+      const bool waits = rest_ == Rest::kGoesAtReboot && error != kLinkOnTheWay;
+      incomplete_ |= !waits || deleteAtReboot(pathOf(entry).c_str()).error.has_value();
     }
   }
 

@@ -130,13 +130,21 @@ final class CopyFolder {
             return;
         }
         Set<UserPrincipal> holders = withRulers(rightsOf(copy).getOwner());
-        boolean closed = holders.contains(rightsOf(folder).getOwner());
-        for (AclEntry entry : rightsOf(folder).getAcl()) {
-            closed &= entry.type() != AclEntryType.ALLOW || holders.contains(entry.principal());
+        List<AclEntry> rights = rightsOf(folder).getAcl();
+        // Without any, a folder that Windows guards at all is open to everybody.
+        boolean closed = !rights.isEmpty() && holders.contains(rightsOf(folder).getOwner());
+        for (AclEntry entry : rights) {
+            closed &= !grants(entry) || holders.contains(entry.principal());
         }
         if (!closed) {
             throw new IOException("another user put his own folder in the place of " + folder);
         }
+    }
+
+    /** File servers that are no Windows also name whom they grant nothing. What is handed down, Java shows in part. */
+    private static boolean grants(AclEntry entry) {
+        return entry.type() == AclEntryType.ALLOW
+                && (!entry.permissions().isEmpty() || entry.flags().contains(AclEntryFlag.INHERIT_ONLY));
     }
 
     /**
