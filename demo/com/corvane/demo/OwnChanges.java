@@ -14,6 +14,8 @@ final class OwnChanges {
     static {
         leaveOut("\\[HKEY_LOCAL_MACHINE\\\\System\\\\.*\\\\Control\\\\Video\\\\\\{.*",
                 "the display adapter, which Windows enters under a new name at each start");
+        leaveOut("\\[HKEY_LOCAL_MACHINE\\\\Hardware\\\\.*\"~MHz\"=.*",
+                "the speed of the processors, which Windows measures at each start");
         leaveOut("\\[HKEY_LOCAL_MACHINE\\\\.*\"DriverDateData\"=.*",
                 "the date of its driver, which is that of the start");
         leaveOut("\\[HKEY_LOCAL_MACHINE\\\\System\\\\.*\\\\Control\\\\ServiceCurrent\\].*",
