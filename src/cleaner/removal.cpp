@@ -51,6 +51,8 @@ class Attempt {
     ListedFile self;
     HeldFile directory;
     std::vector<ListedFile> directories;
+    /// Something in it has not gone.
+    bool keeps = false;
   };
 
   /// However deep it is, without recursion. Each directory on the way is held open, and what is in
@@ -73,7 +75,7 @@ class Attempt {
   /// enter, whatever it is by now.
   void enter(const ListedFile& self) {
     way_.push_back(
-        {self, HeldFile(innermost(), self.name, HeldFile::Kind::kDirectory, kToList), {}});
+        {self, HeldFile(innermost(), self.name, HeldFile::Kind::kDirectory, kToList), {}, false});
     const HeldFile& directory = way_.back().directory;
     if (directory && !directory.isLink() &&
         (directory.isReparsePoint() || !self.isReparsePoint())) {
@@ -94,17 +96,22 @@ class Attempt {
 
   void leave() {
     const ListedFile self = std::move(way_.back().self);
+    const bool keeps = way_.back().keeps;
     way_.pop_back();
-    removeEntry(self);
+    removeEntry(self, keeps);
   }
 
   const HeldFile& innermost() const noexcept {
     return way_.empty() ? nowhere_ : way_.back().directory;
   }
 
-  void removeEntry(const ListedFile& entry) {
+  /// Not every system refuses at once to delete a directory that keeps something.
+  void removeEntry(const ListedFile& entry, bool keeps = false) {
     const DWORD error = deleteNow(entry);
-    if (error != ERROR_SUCCESS && !isGone(error)) {
+    if (keeps || (error != ERROR_SUCCESS && !isGone(error))) {
+      if (!way_.empty()) {
+        way_.back().keeps = true;
+      }
       // The next start would follow a link that somebody put on the way.
       const bool waits = rest_ == Rest::kGoesAtReboot && error != kLinkOnTheWay;
       incomplete_ |= !waits || deleteAtReboot(pathOf(entry).c_str()).error.has_value();
