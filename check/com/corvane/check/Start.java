@@ -8,10 +8,10 @@ public final class Start {
     private Start() {}
 
     public static void main(String[] arguments) throws Exception {
-        String version = System.getProperty("java.specification.version");
-        if (Double.parseDouble(version) < FIRST_JAVA) {
+        // 52 in Java 8, and one more in each that follows
+        if (Double.parseDouble(System.getProperty("java.class.version")) < 44 + FIRST_JAVA) {
             System.out.println("It takes a JDK or JRE " + FIRST_JAVA + " or later: set JAVA_HOME to its folder. "
-                    + System.getProperty("java.home") + " is " + version + ".\nNothing was tried.");
+                    + System.getProperty("java.home") + " is " + System.getProperty("java.version") + ".\nNothing was tried.");
             System.exit(2);
         }
         Check.main(arguments);
