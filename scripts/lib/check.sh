@@ -22,7 +22,7 @@ make_check_archive() {
   done
   cp "$(jar_path "$junit_artifact")" "$(jar_path "$jna_artifact")" "$(jar_path "$jna_platform_artifact")" "$lib"
   pack "$lib/corvane-tests.jar" -C "$build/tests/java/classes" .
-  pack "$lib/corvane-check.jar" -C "$build/check/classes" .
+  pack "$lib/corvane-check.jar" -C "$build/check/classes" . -C "$build/check/start" .
   # The build tool's own jar has the time of the build in it.
   (cd "$classes" && cmake -E tar xf "$build/corvane-demo.jar" && rm -r META-INF)
   pack "$lib/corvane-demo.jar" --manifest "$project/demo/manifest.txt" -C "$classes" .

@@ -15,11 +15,11 @@ need_packages() {
     return
   fi
   warn_of_other_release
+  # shellcheck disable=SC2086 # a list of names
   local missing
   missing=$(missing_packages "$@")
   [ -n "$missing" ] || return 0
-  [ "$(id -u)" -eq 0 ] || die "Missing Debian packages; as root: apt-get install $missing"
-  # shellcheck disable=SC2086 # a list of names
+  [ "$(id -u)" -eq 0 ] || die "Missing Debian packages; as root: apt-get install $(offered_packages $missing)"
   step "Installing $missing" install_packages $missing
 }
 
@@ -51,14 +51,19 @@ is_offered() {
   [ -n "$(apt-cache show "$1" 2>/dev/null)" ]
 }
 
+# offered_packages NAME|NAME...: of each, the first that the release has.
+offered_packages() {
+  local names
+  for names in "$@"; do
+    first_package is_offered "$names" || echo "${names%%|*}"
+  done | paste -sd ' '
+}
+
 install_packages() {
-  local names chosen=()
   export DEBIAN_FRONTEND=noninteractive
   apt-get update -q
-  for names in "$@"; do
-    chosen+=("$(first_package is_offered "$names" || echo "$names")")
-  done
-  apt-get install -q -y --no-install-recommends -o DPkg::Lock::Timeout=600 "${chosen[@]}"
+  # shellcheck disable=SC2046 # a list of names
+  apt-get install -q -y --no-install-recommends -o DPkg::Lock::Timeout=600 $(offered_packages "$@")
 }
 
 warn_of_other_release() {

@@ -121,6 +121,7 @@ make_archive() {
   mkdir -p "$folder"
   cp "$build/corvane-win32.jar" "$library" "$cleaner" "${library%.*}.debug" "${cleaner%.*}.debug" "$folder"
   cp "$(artifact_path)-cyclonedx.json" "$folder/corvane-win32-cyclonedx.json"
+  cp "$(artifact_path)"-{sources.jar,source-release.tar.gz} "$folder"
   cp -r "$project"/{README,CHANGELOG,CONTRIBUTING}.md "$project/docs" "$project/build/javadoc" "$folder"
   (cd "$folder" && find . -type f ! -name SHA256SUMS -printf '%P\0' | sort -z |
     xargs -0 sha256sum >SHA256SUMS)

@@ -1,0 +1,4 @@
+/**
+ * What describes a file on every system: {@link com.corvane.util.FileAttributes}.
+ */
+package com.corvane.util;
