@@ -21,7 +21,8 @@ import java.util.stream.Stream;
 
 /** The files of a small product: copied, given times and attributes, moved, and removed again. */
 final class FilesChapter implements Chapter {
-    private static final Instant RELEASED = Instant.parse("2024-02-29T12:34:56.7891234Z");
+    /** To the microsecond: an older JDK reads no more of a time. */
+    private static final Instant RELEASED = Instant.parse("2024-02-29T12:34:56.789123Z");
     private static final Instant TRANSLATED = Instant.parse("2025-12-31T23:59:59Z");
 
     private static final int NOT_COPIED = -30017;

@@ -129,16 +129,19 @@ final class CopyFolder {
         if (!hasRights(folder)) {
             return;
         }
-        Set<UserPrincipal> holders = withRulers(rightsOf(copy).getOwner());
-        List<AclEntry> rights = rightsOf(folder).getAcl();
-        // Without any, a folder that Windows guards at all is open to everybody.
-        boolean closed = !rights.isEmpty() && holders.contains(rightsOf(folder).getOwner());
+        AclFileAttributeView rights = rightsOf(folder);
+        if (!isClosed(rights.getOwner(), rights.getAcl(), withRulers(rightsOf(copy).getOwner()))) {
+            throw new IOException("another user put his own folder in the place of " + folder);
+        }
+    }
+
+    /** To all but the holders. Without any rights, a folder that Windows guards at all is open to everybody. */
+    static boolean isClosed(UserPrincipal owner, List<AclEntry> rights, Set<UserPrincipal> holders) {
+        boolean closed = !rights.isEmpty() && holders.contains(owner);
         for (AclEntry entry : rights) {
             closed &= !grants(entry) || holders.contains(entry.principal());
         }
-        if (!closed) {
-            throw new IOException("another user put his own folder in the place of " + folder);
-        }
+        return closed;
     }
 
     /** File servers that are no Windows also name whom they grant nothing. What is handed down, Java shows in part. */
@@ -202,7 +205,7 @@ final class CopyFolder {
     }
 
     /** All rights to the folder and what will be in it, for each of them. */
-    private static List<AclEntry> entries(AclEntryType type, Set<UserPrincipal> holders) {
+    static List<AclEntry> entries(AclEntryType type, Set<UserPrincipal> holders) {
         List<AclEntry> entries = new ArrayList<>();
         for (UserPrincipal holder : holders) {
             entries.add(AclEntry.newBuilder().setType(type).setPrincipal(holder)

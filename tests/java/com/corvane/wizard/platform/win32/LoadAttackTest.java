@@ -182,6 +182,20 @@ class LoadAttackTest {
         }
     }
 
+    /** Asked of entries that nobody has stored: Wine keeps neither their order nor another owner. */
+    @Test
+    void whoMayEnterAFolder() {
+        UserPrincipal one = () -> "one";
+        UserPrincipal other = () -> "other";
+        AclEntry mine = CopyFolder.entries(AclEntryType.ALLOW, Set.of(one)).get(0);
+        AclEntry open = CopyFolder.entries(AclEntryType.ALLOW, Set.of(other)).get(0);
+        AclEntry denied = CopyFolder.entries(AclEntryType.DENY, Set.of(other)).get(0);
+        assertTrue(CopyFolder.isClosed(one, List.of(denied, mine), Set.of(one)));
+        assertFalse(CopyFolder.isClosed(one, List.of(open, mine), Set.of(one)));
+        assertFalse(CopyFolder.isClosed(other, List.of(mine), Set.of(one)));
+        assertFalse(CopyFolder.isClosed(one, List.of(), Set.of(one)));
+    }
+
     private static List<AclEntry> rights(Path folder) throws IOException {
         return Files.getFileAttributeView(folder, AclFileAttributeView.class).getAcl();
     }
