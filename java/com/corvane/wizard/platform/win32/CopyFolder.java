@@ -85,11 +85,7 @@ final class CopyFolder {
      * before.
      */
     static Path createClosed(Path place, Set<UserPrincipal> holders) throws IOException {
-        Set<UserPrincipal> denied = namedIn(place);
-        denied.addAll(namedInWindows());
-        denied.removeAll(holders);
-        List<AclEntry> rights = entries(AclEntryType.ALLOW, holders);
-        rights.addAll(entries(AclEntryType.DENY, denied));
+        List<AclEntry> rights = closedRights(place, holders);
         return createNew(place, new FileAttribute<List<AclEntry>>() {
             @Override
             public String name() {
@@ -101,6 +97,15 @@ final class CopyFolder {
                 return rights;
             }
         });
+    }
+
+    static List<AclEntry> closedRights(Path place, Set<UserPrincipal> holders) {
+        Set<UserPrincipal> denied = namedIn(place);
+        denied.addAll(namedInWindows());
+        denied.removeAll(holders);
+        List<AclEntry> rights = entries(AclEntryType.ALLOW, holders);
+        rights.addAll(entries(AclEntryType.DENY, denied));
+        return rights;
     }
 
     /**

@@ -163,10 +163,13 @@ class LoadAttackTest {
     void aPlaceOpenToEverybodyHandsNoRightsDown() throws Exception {
         UserPrincipal everyone = FileSystems.getDefault().getUserPrincipalLookupService()
                 .lookupPrincipalByName(Advapi32Util.getAccountBySid("S-1-1-0").fqn);
-        Files.getFileAttributeView(temporary, AclFileAttributeView.class).setAcl(List.of(AclEntry.newBuilder()
-                .setType(AclEntryType.ALLOW).setPrincipal(everyone).setFlags(INHERITED)
-                .setPermissions(EnumSet.allOf(AclEntryPermission.class)).build()));
-        for (AclEntry entry : rights(CopyFolder.createClosed(temporary, Set.of(Files.getOwner(temporary))))) {
+        Set<UserPrincipal> owner = Set.of(Files.getOwner(temporary));
+        setRights(CopyFolder.entries(AclEntryType.ALLOW, owner));
+        List<UserPrincipal> named = rights(temporary).stream().map(AclEntry::principal).toList();
+        assertFalse(CopyFolder.closedRights(temporary, owner).stream().map(AclEntry::principal).allMatch(named::contains),
+                "all users are denied, whom the place does not name");
+        setRights(CopyFolder.entries(AclEntryType.ALLOW, Set.of(everyone)));
+        for (AclEntry entry : rights(CopyFolder.createClosed(temporary, owner))) {
             assertFalse(entry.principal().equals(everyone) && entry.type() == AclEntryType.ALLOW, entry.toString());
             if (entry.principal().equals(everyone)) {
                 break;
@@ -194,6 +197,10 @@ class LoadAttackTest {
         assertFalse(CopyFolder.isClosed(one, List.of(open, mine), Set.of(one)));
         assertFalse(CopyFolder.isClosed(other, List.of(mine), Set.of(one)));
         assertFalse(CopyFolder.isClosed(one, List.of(), Set.of(one)));
+    }
+
+    private void setRights(List<AclEntry> rights) throws IOException {
+        Files.getFileAttributeView(temporary, AclFileAttributeView.class).setAcl(rights);
     }
 
     private static List<AclEntry> rights(Path folder) throws IOException {
