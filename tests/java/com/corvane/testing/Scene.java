@@ -92,8 +92,8 @@ final class Scene {
                 .collect(Collectors.joining("\n    "));
         Hooks.reset();
         if (!differences.isEmpty()) {
-            throw new AssertionError(place + " on " + system + "\n    " + line + Words.shortened(
-                    "\nIt came otherwise than the scene says:\n  - " + String.join("\n  - ", differences)
+            throw new AssertionError(Words.shortened(place + " on " + system + "\n    " + line
+                    + "\nIt came otherwise than the scene says:\n  - " + String.join("\n  - ", differences)
                             + "\nAll calls of the library, in order:\n    " + calls));
         }
     }
