@@ -63,6 +63,13 @@ TEST_F(RemovalTest, KeepsToTheDirectoryThatIsOpen) {
   makeFile(in(L"d\\file"));
   makeFile(in(L"d\\other"));
   ASSERT_EQ(held.list().size(), 1U);
+  const ScopedFile user(CreateFileW(in(L"aside\\file").c_str(),
+                                    GENERIC_READ | GENERIC_WRITE,
+                                    7,
+                                    nullptr,
+                                    OPEN_EXISTING,
+                                    0,
+                                    nullptr));
   const HeldFile file(held, L"file", HeldFile::Kind::kFile, DELETE);
   EXPECT_TRUE(file);
   EXPECT_EQ(file.remove(), DWORD{ERROR_SUCCESS});

@@ -34,12 +34,16 @@ final class JarCopy {
      *
      * @throws UnsatisfiedLinkError when the JVM cannot hold it as it must be held
      */
-    @SuppressWarnings("try") // the listing is open for what it keeps away
     static <E extends Exception> void use(Path place, String name, byte[] content, Use<E> use)
             throws IOException, E {
         CopyFolder.removeUnused(place);
         Path folder = CopyFolder.create(place);
-        Path file = CopyFolder.copyIn(folder, name);
+        useIn(folder, CopyFolder.copyIn(folder, name), content, use);
+    }
+
+    @SuppressWarnings("try") // the listing is open for what it keeps away
+    static <E extends Exception> void useIn(Path folder, Path file, byte[] content, Use<E> use)
+            throws IOException, E {
         boolean used = false;
         // The open copy keeps Windows from renaming its folder; where it does not, the open listing does.
         try (DirectoryStream<Path> listing = Files.newDirectoryStream(folder);

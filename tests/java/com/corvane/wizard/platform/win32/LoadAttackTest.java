@@ -179,6 +179,9 @@ class LoadAttackTest {
         Path file = Files.createFile(folder.resolve("file"));
         CopyFolder.requireClosed(folder, file);
         assertThrows(IOException.class, () -> CopyFolder.requireClosed(temporary, file));
+        assertThrows(IOException.class, () -> CopyFolder.requireClosed(folder, folder.resolve("none")), "the copy's owner");
+        assertThrows(IOException.class, () -> JarCopy.<RuntimeException>useIn(
+                temporary, temporary.resolve("x"), new byte[0], (copy, held) -> {}));
         for (AclEntry entry : rights(folder)) {
             assertTrue(entry.flags().equals(INHERITED) && (entry.principal().equals(Files.getOwner(folder))
                     || Win32LibraryTest.RULERS.contains(entry.principal().getName())), entry.toString());
@@ -197,6 +200,10 @@ class LoadAttackTest {
         assertFalse(CopyFolder.isClosed(one, List.of(open, mine), Set.of(one)));
         assertFalse(CopyFolder.isClosed(other, List.of(mine), Set.of(one)));
         assertFalse(CopyFolder.isClosed(one, List.of(), Set.of(one)));
+        AclEntry nothing = AclEntry.newBuilder(open).setPermissions().build();
+        AclEntry inherited = AclEntry.newBuilder(nothing).setFlags(AclEntryFlag.INHERIT_ONLY).build();
+        assertTrue(CopyFolder.isClosed(one, List.of(nothing, mine), Set.of(one)));
+        assertFalse(CopyFolder.isClosed(one, List.of(inherited, mine), Set.of(one)));
     }
 
     private void setRights(List<AclEntry> rights) throws IOException {

@@ -62,8 +62,8 @@ class ServiceTest {
     @Test
     void isMadeDescribedStartedControlledAndStopped() throws Exception {
         NTServiceConfig config = config();
-        assertEquals("\"a b\" \"a b\" c", NTServiceConfig.quotedCommand("a b", null) + ' '
-                + NTServiceConfig.quotedCommand("a b", "c"));
+        assertEquals("\"a b\"\"a b\"\"a b\" c", NTServiceConfig.quotedCommand("a b", null)
+                + NTServiceConfig.quotedCommand("a b", "") + NTServiceConfig.quotedCommand("a b", "c"));
         assertThrows(NullPointerException.class, () -> NTServiceConfig.quotedCommand(null, ""));
         config.setLoadOrderGroup("Group");
         config.setPassword("secret");

@@ -115,7 +115,7 @@ class Win32LibraryTest {
         place("all");
         assertEquals(Collections.nCopies(folders.size(), LOADED), load(folders));
         assertEquals(List.of(), filesIn(lacking));
-        assertTrue(filesIn("tmp").size() == 1 && !filesIn("local").isEmpty());
+        assertTrue(filesIn("tmp").size() == 1 && !filesIn("local/Temp").isEmpty());
         Files.move(temporary.resolve("local"), temporary.resolve("gone"));
         assertEquals(List.of(LOADED), load(List.of("missing")));
         assertEquals(1, filesIn("all").size());
