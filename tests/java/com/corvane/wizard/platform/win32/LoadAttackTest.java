@@ -139,17 +139,20 @@ class LoadAttackTest {
     void theCopyIsHeldAndCompared() throws Exception {
         byte[] content = "library".getBytes(StandardCharsets.UTF_8);
         Path file = temporary.resolve("file");
+        List<ThrowingConsumer<Path>> attacks = attacks();
         try (SeekableByteChannel held = JarCopy.unpack(file, content)) {
-            for (ThrowingConsumer<Path> attack : attacks()) {
+            for (ThrowingConsumer<Path> attack : attacks) {
                 assertThrows(IOException.class, () -> attack.accept(file));
             }
             JarCopy.requireContent(held, content);
         }
         try (SeekableByteChannel held = JarCopy.holdContent(file)) {
-            assertThrows(IOException.class, () -> attacks().get(WRITING).accept(file));
+            assertThrows(IOException.class, () -> attacks.get(WRITING).accept(file));
             JarCopy.requireContent(held, content);
         }
         assertThrows(IOException.class, () -> JarCopy.unpack(file, content), "what is there is not taken over");
+        Path another = temporary.resolve("..").resolve(temporary.getFileName()).resolve("new");
+        assertThrows(IOException.class, () -> JarCopy.unpack(another, content), "its folder has another name");
         for (String found : new String[] {"Library", "librar", "libraryy", ""}) {
             Files.writeString(file, found);
             try (SeekableByteChannel changed = Files.newByteChannel(file)) {
