@@ -95,7 +95,6 @@ class BeyondScenesTest {
     @Test
     void depthCostsNoStack() throws Exception {
         RawRegistry.createKey(KEY + "\\tree" + "\\d".repeat(1500));
-        Plan.begin(Windows.W10, "");
         Hooks.disarm();
         registry.deleteKey(HKEY_CURRENT_USER, KEY, "tree", true);
         assertFalse(registry.keyExists(HKEY_CURRENT_USER, KEY + "\\tree"));
@@ -115,7 +114,9 @@ class BeyondScenesTest {
         for (int number = 0; number < (system.isAnsi() ? 500 : 10_000); ++number) {
             Files.createFile(Path.of(folder.path("d"), Integer.toString(number % 40), Integer.toString(number)));
         }
-        Hooks.disarm();
+        if (!system.isAnsi()) {
+            Hooks.disarm(); // so many calls are not recorded
+        }
         assertEquals(0, files.win32DeleteDirectory(folder.path("d"), false, true));
         assertFalse(folder.has("d"));
     }
