@@ -15,11 +15,12 @@ need_packages() {
     return
   fi
   warn_of_other_release
-  # shellcheck disable=SC2086 # a list of names
   local missing
   missing=$(missing_packages "$@")
   [ -n "$missing" ] || return 0
+  # shellcheck disable=SC2086 # a list of names
   [ "$(id -u)" -eq 0 ] || die "Missing Debian packages; as root: apt-get install $(offered_packages $missing)"
+  # shellcheck disable=SC2086 # a list of names
   step "Installing $missing" install_packages $missing
 }
 

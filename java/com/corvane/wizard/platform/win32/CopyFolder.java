@@ -99,6 +99,7 @@ final class CopyFolder {
         });
     }
 
+    /** Those with which a folder in {@code place} is made: nobody but its holders may enter. */
     static List<AclEntry> closedRights(Path place, Set<UserPrincipal> holders) {
         Set<UserPrincipal> denied = namedIn(place);
         denied.addAll(namedInWindows());

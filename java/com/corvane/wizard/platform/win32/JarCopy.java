@@ -41,6 +41,7 @@ final class JarCopy {
         useIn(folder, CopyFolder.copyIn(folder, name), content, use);
     }
 
+    /** The same in a folder that is there: made a moment ago, perhaps exchanged since. */
     @SuppressWarnings("try") // the listing is open for what it keeps away
     static <E extends Exception> void useIn(Path folder, Path file, byte[] content, Use<E> use)
             throws IOException, E {
