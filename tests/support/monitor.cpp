@@ -20,10 +20,14 @@ const wchar_t* anyOf(const Call& call) {
   return call.function->facts.isOfJni() ? L"any JNI call" : L"any call";
 }
 
-/// Whether a call gets it now: a failure, when it is the n-th; an answer, until it is used up.
+bool isUsedUp(const Prepared& entry) {
+  return entry.kind != Kind::kFails && entry.seen != 0 && !entry.always;
+}
+
+/// Whether a call gets it now: a failure, when it is the n-th.
 bool comes(Prepared& entry, bool canFail) {
   if (entry.kind != Kind::kFails) {
-    return entry.seen == 0 || entry.always;
+    return true;
   }
   if (!canFail) {
     return false;
@@ -110,7 +114,9 @@ Prepared* Monitor::due(const Call& call) {
   const bool canFail = call.function->facts.canFail();
   Prepared* due = nullptr;
   for (Prepared& entry : prepared) {
-    const bool isMeant = entry.call == anyOf(call) || begins(calls.back(), entry.call);
+    // Of a thousand answers, most are used up: they cost nothing any more.
+    const bool isMeant =
+        !isUsedUp(entry) && (entry.call == anyOf(call) || begins(calls.back(), entry.call));
     if (isMeant && comes(entry, canFail) &&
         (entry.kind == Kind::kFails || due == nullptr ||
          (due->kind != Kind::kFails && due->always))) {

@@ -88,8 +88,8 @@ final class Scene {
         } finally {
             RawRegistry.lead();
         }
-        String calls = Calls.shown(stage).stream().filter(call -> !HOUSEKEEPING.matcher(call).find())
-                .collect(Collectors.joining("\n    "));
+        String calls = differences.isEmpty() ? "" : Calls.shown(stage).stream()
+                .filter(call -> !HOUSEKEEPING.matcher(call).find()).collect(Collectors.joining("\n    "));
         Hooks.reset();
         if (!differences.isEmpty()) {
             throw new AssertionError(Words.shortened(place + " on " + system + "\n    " + line
