@@ -75,14 +75,14 @@ class ProcessTest {
         "out=1000 err=1001 exit=2147483648, 1000, 1001, -2147483648",
         "sleep=300 out=1001 err=999 sleep=300, 1001, 999, 0", "both=300000, 300000, 300000, 0",
         "err=1700000 out=500000 exit=5, 500000, 1700000, 5", "out=7 close sleep=500 exit=3, 7, 0, 3",
-        "child=sleep=20000 out=5, 5, 0, 0"})
+        "child=sleep=8000 out=5, 5, 0, 0"})
     void everyByteArrivesAndTheExitCode(String arguments, int out, int err, int exit) throws Exception {
         long begin = System.nanoTime();
         assertEquals(exit, run(CHILD, arguments, ProcessRequest.WINDOW_HIDDEN, new BufferedOutputStream(output),
                 new BufferedOutputStream(errors)));
         assertArrayEquals(pattern(out), output.toByteArray());
         assertArrayEquals(pattern(err), errors.toByteArray());
-        assertTrue(!arguments.startsWith("child") || System.nanoTime() - begin < TimeUnit.SECONDS.toNanos(15));
+        assertTrue(!arguments.startsWith("child") || System.nanoTime() - begin < TimeUnit.SECONDS.toNanos(7));
     }
 
     @Test
