@@ -12,6 +12,7 @@ import java.io.IOException;
 import java.io.OutputStream;
 import java.io.PipedInputStream;
 import java.io.PipedOutputStream;
+import java.io.PrintStream;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.ArrayList;
@@ -97,14 +98,17 @@ class ProcessTest {
         run('"' + CHILD + '"', "window", ProcessRequest.WINDOW_HIDDEN, output, errors);
         run(CHILD, "window", ProcessRequest.WINDOW_MINIMIZED, output, errors);
         assertEquals("02", output.toString());
+        PrintStream console = System.out;
+        System.setOut(new PrintStream(errors));
         ProcessRequest silent = new ProcessRequest(CHILD, "out=5 err=5 exit=6");
         silent.getStdErrorStream().write(new byte[] {7}, 0, 1);
         silent.setStdError(errors);
         silent.getStdErrorStream().write(new byte[] {7, 8, 9}, 1, 2);
-        assertArrayEquals(new byte[] {8, 9}, errors.toByteArray());
         silent.setStdError(null);
         new Win32SystemUtilServiceImpl().nativeExecuteProcess(silent, 0);
+        System.setOut(console);
         assertEquals(6, silent.getProcessReturnCode());
+        assertArrayEquals(new byte[] {8, 9}, errors.toByteArray(), "and nothing on the console");
     }
 
     @Test
