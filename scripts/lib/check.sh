@@ -4,8 +4,8 @@ check_folder() {
   echo "$project/build/corvane-win32-check-$(project_version)"
 }
 
-check_targets=(test_classes corvane_check corvane_demo corvane_test_support corvane_launch_recorder
-  corvane_talkative_child corvane_service_program)
+check_targets=(test_classes corvane_check corvane_demo corvane_test_support corvane_talkative_child
+  corvane_service_program)
 
 # For a Windows of somebody's own: the tests and the demonstration, and the program that runs both there.
 make_check_archive() {
@@ -17,7 +17,7 @@ make_check_archive() {
   cp "$project"/check/{check.cmd,README.txt,touches.txt} "$folder"
   cp -r "$project/tests/scenes" "$folder"
   cp "$build/corvane-win32.jar" "$library" "$cleaner" "$lib"
-  for name in test_support.dll {launch_recorder,talkative_child,service_program,demo_service_1,demo_service_2}.exe; do
+  for name in test_support.dll {talkative_child,service_program,demo_service_1,demo_service_2}.exe; do
     x86_64-w64-mingw32-strip -o "$lib/corvane_$name" "$build/corvane_$name"
   done
   cp "$(jar_path "$junit_artifact")" "$(jar_path "$jna_artifact")" "$(jar_path "$jna_platform_artifact")" "$lib"

@@ -176,8 +176,8 @@ final class WorkFolder {
     List<String> testProperties() {
         List<String> properties = new ArrayList<>();
         String[][] files = {{"win32.library", "corvane_win32.dll"}, {"test.support", "corvane_test_support.dll"},
-            {"test.jar", "corvane-win32.jar"}, {"test.recorder", "corvane_launch_recorder.exe"},
-            {"test.child", "corvane_talkative_child.exe"}, {"test.service", "corvane_service_program.exe"},
+            {"test.jar", "corvane-win32.jar"}, {"test.child", "corvane_talkative_child.exe"},
+            {"test.service", "corvane_service_program.exe"},
             {"test.scenes", "..\\scenes"}, {"test.shortcuts", "..\\shortcuts"}};
         for (String[] file : files) {
             properties.add("-Dcorvane." + file[0] + '=' + FOLDER.resolve("lib").resolve(file[1]).normalize());

@@ -7,12 +7,12 @@ import com.corvane.wizard.platform.win32.Win32SecurityServiceImpl;
 import com.sun.jna.platform.win32.Ole32;
 import java.io.File;
 import java.io.IOException;
-import java.lang.reflect.InvocationTargetException;
 import java.net.URL;
 import java.net.URLClassLoader;
 import java.net.URLDecoder;
 import java.net.URLEncoder;
 import java.nio.charset.StandardCharsets;
+import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.List;
 import java.util.stream.Collectors;
@@ -38,10 +38,10 @@ public final class LoadProbe {
         return process.redirectErrorStream(true);
     }
 
-    /** One whose folders are "tmp", "local" and "all" in this one, which is its current directory. */
-    public static ProcessBuilder jvmIn(Path folder, String... arguments) {
-        return jvm(folder.resolve("tmp"), folder.resolve("local"), folder.resolve("all"), arguments)
-                .directory(folder.toFile());
+    /** One whose folders are "tmp", which is made, "local" and "all" in this one, which is its current directory. */
+    public static ProcessBuilder jvmIn(Path folder, String... arguments) throws IOException {
+        return jvm(Files.createDirectories(folder.resolve("tmp")), folder.resolve("local"), folder.resolve("all"),
+                arguments).directory(folder.toFile());
     }
 
     /** What a program says that loads the library, with these options of the JVM. */
@@ -113,8 +113,6 @@ public final class LoadProbe {
             Object answer = registry.getMethod("keyExists", int.class, String.class)
                     .invoke(registry.getConstructor().newInstance(), 3, null);
             return Thread.interrupted() ? "loaded, answers " + answer : "the interrupt is lost";
-        } catch (InvocationTargetException failure) {
-            return failure.getCause().toString();
         } catch (LinkageError failure) {
             return failure.toString();
         }

@@ -2,7 +2,6 @@ package com.corvane.wizard.platform.win32;
 
 import static com.sun.jna.platform.win32.WinReg.HKEY_CURRENT_USER;
 import static com.sun.jna.platform.win32.WinReg.HKEY_LOCAL_MACHINE;
-import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.Folder;
@@ -11,7 +10,6 @@ import com.corvane.testing.TestBed;
 import com.corvane.testing.Windows;
 import com.sun.jna.platform.win32.Advapi32Util;
 import com.sun.jna.platform.win32.WinReg.HKEY;
-import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.List;
@@ -23,8 +21,8 @@ import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.EnumSource;
 
 /**
- * The real Start menu and desktop; and what others make of the library's shortcuts, in the letters of the code page:
- * the shell starts their programs, and a parser of the format reads them, after these tests and outside of this system.
+ * The real Start menu and desktop; and shortcuts in the letters of the code page, which a parser of the format reads,
+ * after these tests and outside of this system.
  */
 @Tag("any-code-page")
 @ExtendWith(TestBed.class)
@@ -42,9 +40,10 @@ class DesktopTest {
     private final Win32DesktopServiceImpl desktop = new Win32DesktopServiceImpl();
     private final Folder folder = Folder.named("shortcuts");
 
-    /** Beside each of them stands what it must hold. */
+    /** Beside each of them stands what it must hold. They are made on a thread that has not started COM. */
     @ParameterizedTest
     @EnumSource(names = {"W98", "W10"})
+    @Timeout(value = 60, threadMode = Timeout.ThreadMode.SEPARATE_THREAD)
     void aParserReadsThem(Windows system) throws Exception {
         String program = folder.file(TEXT + "/" + TEXT + ".exe", "");
         String there = folder.path(TEXT);
@@ -56,32 +55,13 @@ class DesktopTest {
                 List.of("C:\\no " + TEXT + "\\" + TEXT + ".exe", TEXT, "", program),
                 List.of(program, "x".repeat(200) + TEXT, "", ""));
         Path made = Files.createDirectories(Path.of(System.getProperty("corvane.test.shortcuts"), CODE_PAGE));
-        system.use();
+        Plan.begin(system, "");
         for (List<String> row : rows) {
             String name = TEXT + " " + system + " " + rows.indexOf(row);
             Files.deleteIfExists(made.resolve(name + ".lnk"));
             Files.writeString(made.resolve(name + ".txt"), String.join("\n", row));
             desktop.createDesktopItem(made.toString(), "", name, row.get(0), row.get(1), row.get(3), row.get(2));
         }
-    }
-
-    /** Made on a thread that has not started COM. */
-    @ParameterizedTest
-    @EnumSource(names = {"W98", "W10"})
-    @Timeout(value = 60, threadMode = Timeout.ThreadMode.SEPARATE_THREAD)
-    void theyStartTheirPrograms(Windows system) throws Exception {
-        Path program = Path.of(folder.folder(TEXT), TEXT + ".exe");
-        Files.copy(Path.of(System.getProperty("corvane.test.recorder")), program);
-        String directory = folder.folder("in " + TEXT);
-        String arguments = "-x \"" + TEXT + " b\" " + TEXT;
-        Plan.begin(system, "");
-        desktop.createDesktopItem(folder.path(""), TEXT, TEXT, program.toString(), arguments, "", directory);
-        new ProcessBuilder("cmd.exe", "/c", "start", "", folder.path(TEXT + "\\" + TEXT + ".lnk")).start();
-        Path record = Path.of(program + ".started");
-        // The program can be deleted when it has come to its end.
-        AfterwardsTest.await(() -> Files.exists(record) && program.toFile().delete());
-        assertEquals(program + "\n\"" + program + "\" " + arguments + "\n" + directory,
-                Files.readString(record, StandardCharsets.UTF_16LE));
     }
 
     /** The shell's own note of where a folder is. */

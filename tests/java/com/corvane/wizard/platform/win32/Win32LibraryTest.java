@@ -19,14 +19,11 @@ import java.net.URLClassLoader;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.attribute.FileTime;
-import java.util.ArrayList;
 import java.util.Collections;
 import java.util.List;
 import java.util.stream.Collectors;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.api.io.TempDir;
-import org.junit.jupiter.params.ParameterizedTest;
-import org.junit.jupiter.params.provider.CsvSource;
 
 /** How the library is found and loaded, in JVMs of its own. */
 class Win32LibraryTest {
@@ -46,16 +43,6 @@ class Win32LibraryTest {
         return Files.createDirectories(temporary.resolve(name));
     }
 
-    private String load(String... options) throws Exception {
-        place("tmp");
-        return LoadProbe.load(temporary, options);
-    }
-
-    private List<String> load(List<String> folders) throws Exception {
-        place("tmp");
-        return LoadProbe.load(temporary, folders);
-    }
-
     private List<Path> filesIn(String place) throws IOException {
         try (var files = Files.walk(temporary.resolve(place))) {
             return files.filter(Files::isRegularFile).toList();
@@ -64,7 +51,6 @@ class Win32LibraryTest {
 
     @Test
     void copiesThatNothingUsesAreRemoved() throws Exception {
-        Path tmp = place("tmp");
         Path left = Files.createFile(place("tmp/corvane_win32-1").resolve("corvane_win32-1.dll"));
         Path aboutToBeFilled = place("tmp/corvane_win32-2");
         Path old = Files.createFile(place("tmp/corvane_win32-5").resolve("corvane_win32-5.exe"));
@@ -73,17 +59,14 @@ class Win32LibraryTest {
                 Files.createFile(place("tmp/corvane_win32-3.0").resolve("corvane_win32-3.0.dll")));
 
         int loads = 20;
-        assertEquals(Collections.nCopies(loads, LOADED), load(Collections.nCopies(loads, "tmp")));
+        assertEquals(Collections.nCopies(loads, LOADED), LoadProbe.load(temporary, Collections.nCopies(loads, "tmp")));
         assertFalse(Files.exists(left.getParent()) || Files.exists(old.getParent()));
         assertTrue(Files.exists(aboutToBeFilled) && filesIn("tmp").containsAll(others));
         int kept = filesIn("tmp").size() - others.size();
         assertTrue(kept >= 1 && kept < loads / 2, kept + " copies of class loaders that are gone");
 
-        assertEquals(LOADED, load());
-        List<Path> files = new ArrayList<>(filesIn("tmp"));
-        files.removeAll(others);
-        assertEquals(1, files.size(), "the copy of the last JVM, and no other: " + files);
-        assertEquals(tmp, files.get(0).getParent().getParent());
+        assertEquals(LOADED, LoadProbe.load(temporary));
+        assertEquals(1, filesIn("tmp").size() - others.size(), "the copy of the last JVM, and no other");
     }
 
     /** The temporary folder: relative; not given, no path, not there, and with letters that the code page lacks. */
@@ -92,7 +75,7 @@ class Win32LibraryTest {
         String lacking = place("tmp\u65e5\u672c").toString();
         List<String> folders = List.of("tmp/../tmp", "", "a<b>|", "\0", "missing", lacking);
 
-        List<String> complaints = load(folders);
+        List<String> complaints = LoadProbe.load(temporary, folders);
         assertEquals(LOADED, complaints.get(0));
         for (String complaint : complaints.subList(1, folders.size())) {
             assertTrue(complaint.startsWith("java.lang.UnsatisfiedLinkError: Cannot unpack")
@@ -102,26 +85,26 @@ class Win32LibraryTest {
 
         place("local/Temp");
         place("all");
-        assertEquals(Collections.nCopies(folders.size(), LOADED), load(folders));
+        assertEquals(Collections.nCopies(folders.size(), LOADED), LoadProbe.load(temporary, folders));
         assertEquals(List.of(), filesIn(lacking));
         assertTrue(filesIn("tmp").size() == 1 && !filesIn("local/Temp").isEmpty());
         Files.move(temporary.resolve("local"), temporary.resolve("gone"));
-        assertEquals(List.of(LOADED), load(List.of("missing")));
+        assertEquals(List.of(LOADED), LoadProbe.load(temporary, List.of("missing")));
         assertEquals(1, filesIn("all").size());
     }
 
     @Test
     void thePropertyNamesTheFile() throws Exception {
-        assertEquals(LOADED, load(BUILT));
+        assertEquals(LOADED, LoadProbe.load(temporary, BUILT));
         assertEquals(List.of(), filesIn("tmp"), "nothing is unpacked");
-        String complaint = load(PROPERTY + "no such file.dll");
+        String complaint = LoadProbe.load(temporary, PROPERTY + "no such file.dll");
         assertTrue(complaint.contains("corvane.win32.library") && complaint.contains("no such file.dll"), complaint);
         complaint = LoadProbe.said(LoadProbe.jvmIn(temporary, PROPERTY + "no such file.dll",
                 AfterwardsTest.Installer.class.getName(), "C:\\t\\a"));
         assertTrue(complaint.startsWith("Exception in thread \"main\" java.lang.UnsatisfiedLinkError: The"), complaint);
-        assertTrue(load("-Dos.arch=aarch64").contains("needs a 64-bit Windows JVM"));
+        assertTrue(LoadProbe.load(temporary, "-Dos.arch=aarch64").contains("needs a 64-bit Windows JVM"));
         Files.copy(Path.of(System.getProperty("corvane.win32.library")), temporary.resolve("own.dll"));
-        assertEquals(LOADED, load(PROPERTY + "own.dll"), "from the current directory");
+        assertEquals(LOADED, LoadProbe.load(temporary, PROPERTY + "own.dll"), "from the current directory");
     }
 
     /** The property names a file that the loader of this JVM's classes has, so that another one is refused. */
@@ -163,20 +146,19 @@ class Win32LibraryTest {
     void whereComCannotBeStartedNoShortcutIsMade() throws Exception {
         // JNA needs random numbers, which the JVM lacks under Wine 10 without this.
         String random = "-Djava.net.preferIPv4Stack=true";
-        String said = load(BUILT, random, "-Dcorvane.test.com=multithreaded");
+        String said = LoadProbe.load(temporary, BUILT, random, "-Dcorvane.test.com=multithreaded");
         assertTrue(said.startsWith(LOADED) && said.contains("ServiceException: -80002")
                 && said.endsWith(" (2147549446)"), said);
         assertFalse(Files.exists(temporary.resolve("tmp/group")));
-        said = load(BUILT, random, "-Dcorvane.test.com=as the library does");
+        said = LoadProbe.load(temporary, BUILT, random, "-Dcorvane.test.com=as the library does");
         assertTrue(Files.isRegularFile(temporary.resolve("tmp/group/n.lnk")), said);
     }
 
-    @ParameterizedTest
-    @CsvSource({"Linux, amd64", "Windows 10, x86", "Windows 11, aarch64"})
-    void anotherSystemIsToldWhatIsMissing(String name, String architecture) {
+    @Test
+    void anotherSystemIsToldWhatIsMissing() {
         Win32Library.requireWindows("Windows Server 2022", "amd64");
         String message = assertThrows(UnsatisfiedLinkError.class,
-                () -> Win32Library.requireWindows(name, architecture)).getMessage();
-        assertTrue(message.matches(".*64-bit Windows.*" + name + ".*" + architecture + ".*"), message);
+                () -> Win32Library.requireWindows("Linux", "amd64")).getMessage();
+        assertTrue(message.matches(".*64-bit Windows.*Linux.*amd64.*"), message);
     }
 }
