@@ -1,7 +1,6 @@
 #include "accounts.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include "jni_hooks.h"
 #include "monitor.h"
@@ -50,12 +49,6 @@ bool isNothing(std::string_view account, uint64_t item) {
                                   : account == Account::kHandle && item == ~uint64_t{0};
 }
 
-std::string describe(std::string_view account, uint64_t item) {
-  std::ostringstream text;
-  text << account << " 0x" << std::hex << item;
-  return text.str();
-}
-
 }  // namespace
 
 Accounts& accounts() {
@@ -67,20 +60,20 @@ void Accounts::open(std::string_view account, uint64_t item, const std::string& 
   if (!isNothing(account, item)) {
     items_.insert({{account, item}, {function, runningNative()}});
     const auto isOfAccount = [&](const auto& entry) { return entry.first.first == account; };
-    size_t& peak = peaks_[account];
-    peak = std::max(peak, static_cast<size_t>(std::ranges::count_if(items_, isOfAccount)));
+    constexpr int kPromisedByJni = 16;
+    if (account == Account::kLocalReference &&
+        std::ranges::count_if(items_, isOfAccount) == kPromisedByJni + 1) {
+      violation("references pile up: more than 16 at once");
+    }
   }
 }
 
 void Accounts::close(std::string_view account, uint64_t item, const std::string& function) {
-  if (isNothing(account, item)) {
-    return;
-  }
   const auto found = items_.find({account, item});
-  if (found == items_.end()) {
-    violation(function + " closes what is not open: " + describe(account, item));
-  } else {
+  if (found != items_.end()) {
     items_.erase(found);
+  } else if (!isNothing(account, item)) {
+    violation(function + " closes what is not open: " + std::string(account));
   }
 }
 
@@ -92,7 +85,7 @@ std::vector<std::string> Accounts::unbalanced() const {
   std::vector<std::string> texts;
   for (const auto& [key, origin] : items_) {
     if (!staysOpen(key.first, origin)) {
-      texts.push_back(describe(key.first, key.second) + " of " + origin.function +
+      texts.push_back(std::string(key.first) + " of " + origin.function +
                       (origin.native.empty() ? "" : " in " + origin.native));
     }
   }
@@ -101,11 +94,6 @@ std::vector<std::string> Accounts::unbalanced() const {
 
 size_t Accounts::leftOpen() const {
   return items_.size() - unbalanced().size();
-}
-
-size_t Accounts::peak(std::string_view account) const {
-  const auto found = peaks_.find(account);
-  return found == peaks_.end() ? 0 : found->second;
 }
 
 }  // namespace bed

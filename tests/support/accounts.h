@@ -15,6 +15,7 @@ class Accounts {
  public:
   void clear() { *this = Accounts(); }
 
+  /// More local references at once than JNI promises are a violation.
   void open(std::string_view account, uint64_t item, const std::string& function);
   /// Closing what is not open is a violation.
   void close(std::string_view account, uint64_t item, const std::string& function);
@@ -25,8 +26,6 @@ class Accounts {
   std::vector<std::string> unbalanced() const;
   /// How many things are open that the library promises to leave open.
   size_t leftOpen() const;
-  /// The most things of one kind that were open at once.
-  size_t peak(std::string_view account) const;
 
   struct Origin {
     std::string function;
@@ -36,7 +35,6 @@ class Accounts {
  private:
   /// What is opened twice is to be closed twice.
   std::multimap<std::pair<std::string_view, uint64_t>, Origin> items_;
-  std::map<std::string_view, size_t> peaks_;
 };
 
 Accounts& accounts();

@@ -57,18 +57,11 @@ HOOK(void) fail(const char* call, uint32_t nth, uint32_t error, int andAllLater)
 }
 
 HOOK(void) answer(const char* call, uint64_t result, uint32_t lastError, int always) {
-  prepare(call, {Prepared::Kind::kAnswers, 1, always != 0, result, lastError});
+  prepare(call, {false, 1, always != 0, result, lastError});
 }
 
 HOOK(void) writeTo(int argument, const char* data, int size) {
   monitor().prepared.back().writes.emplace_back(argument, std::string(data, data + size));
-}
-
-HOOK(void) findValue(const char* call, int type, const char* data, int size) {
-  for (const bool always : {false, true}) {
-    prepare(call, {Prepared::Kind::kFinds, 1, always, static_cast<uint64_t>(type)});
-    writeTo(0, data, size);
-  }
 }
 
 HOOK(int) knows(const char* function) {
@@ -79,18 +72,10 @@ HOOK(const wchar_t*) calls() {
   return list(monitor().calls);
 }
 
-HOOK(const wchar_t*) unused() {
-  return list(monitor().unused());
-}
-
 HOOK(const wchar_t*) complaints() {
-  std::vector<std::string> texts = monitor().violations;
+  std::vector<std::wstring> texts = monitor().complaints();
   for (const std::string& open : accounts().unbalanced()) {
-    texts.push_back("still open: " + open);
-  }
-  constexpr size_t kPromisedByJni = 16;
-  if (const size_t peak = accounts().peak(Account::kLocalReference); peak > kPromisedByJni) {
-    texts.push_back("references pile up: " + std::to_string(peak) + " at once");
+    texts.push_back(L"still open: " + std::wstring(open.begin(), open.end()));
   }
   return list(texts);
 }
@@ -99,8 +84,8 @@ HOOK(const wchar_t*) returned() {
   return returnedBesideException().c_str();
 }
 
-HOOK(int) failable(int jni) {
-  return monitor().failable[jni != 0 ? 1 : 0];
+HOOK(int) failable() {
+  return monitor().failable;
 }
 
 HOOK(int) failed() {
@@ -109,8 +94,4 @@ HOOK(int) failed() {
 
 HOOK(int) leftOpen() {
   return static_cast<int>(accounts().leftOpen());
-}
-
-HOOK(int) peak(const char* account) {
-  return static_cast<int>(accounts().peak(account));
 }

@@ -190,7 +190,19 @@ Function functionOf(Function row, std::string_view text) {
   return row;
 }
 
-const std::vector<Function>& functions() {
+/// A row's name may end in a star, for a pair.
+bool names(const Function& function, std::string_view name) {
+  std::string_view stem = function.name;
+  if (stem.ends_with('*') && (name.ends_with('A') || name.ends_with('W'))) {
+    stem.remove_suffix(1);
+    name.remove_suffix(1);
+  }
+  return stem == name;
+}
+
+}  // namespace
+
+const std::vector<Function>& allFunctions() {
   static const std::vector<Function> all = [] {
     constexpr std::string_view kSeparator = "; ";
     std::vector<Function> found;
@@ -205,25 +217,6 @@ const std::vector<Function>& functions() {
   }();
   return all;
 }
-
-/// A row's name may end in a star, for a pair.
-bool names(const Function& function, std::string_view name) {
-  std::string_view stem = function.name;
-  if (stem.ends_with('*') && (name.ends_with('A') || name.ends_with('W'))) {
-    stem.remove_suffix(1);
-    name.remove_suffix(1);
-  }
-  return stem == name;
-}
-
-/// The first that fits; null when none does.
-template <class Fits>
-const Function* find(const Fits& fits) {
-  const auto found = std::find_if(functions().begin(), functions().end(), fits);
-  return found == functions().end() ? nullptr : &*found;
-}
-
-}  // namespace
 
 bool Function::canFail() const {
   return failure > kCannotFail && failure <= kThrows;
@@ -252,22 +245,9 @@ bool Function::succeeded(uint64_t result) const {
 }
 
 const Function* findFunction(std::string_view name) {
-  return find([&](const Function& function) { return names(function, name); });
-}
-
-const Function* findJniFunction(size_t slot) {
-  return find(
-      [&](const Function& function) { return function.isOfJni() && function.slot == slot; });
-}
-
-std::vector<const Function*> methodsOf(std::string_view prefix) {
-  std::vector<const Function*> methods;
-  for (const Function& function : functions()) {
-    if (function.name.starts_with(prefix)) {
-      methods.push_back(&function);
-    }
-  }
-  return methods;
+  const auto isMeant = [&](const Function& function) { return names(function, name); };
+  const auto found = std::find_if(allFunctions().begin(), allFunctions().end(), isMeant);
+  return found == allFunctions().end() ? nullptr : &*found;
 }
 
 }  // namespace bed

@@ -97,12 +97,10 @@ struct Function {
   bool succeeded(uint64_t result) const;
 };
 
+/// All that the library calls, methods and JNI functions as well.
+const std::vector<Function>& allFunctions();
 /// Null for a function that the table lacks: whoever makes the library call a new one adds it.
 const Function* findFunction(std::string_view name);
-/// The same for an entry of the table of JNI functions.
-const Function* findJniFunction(size_t slot);
-/// Those of one interface that the library calls.
-std::vector<const Function*> methodsOf(std::string_view prefix);
 
 /// A call as a person reads it: the name and the arguments, with a tab before each.
 std::wstring showCall(std::string_view name, std::string_view signature, const uint64_t* words);

@@ -1,6 +1,5 @@
 #include "heap_guard.h"
 
-#include <algorithm>
 #include <cstring>
 #include <map>
 #include <string_view>
@@ -12,7 +11,7 @@ namespace bed {
 namespace {
 
 constexpr size_t kGuardSize = 32;
-constexpr uint8_t kGuard = 'Z';
+constexpr char kGuard = 'Z';
 constexpr uint8_t kFresh = 0xA5;
 constexpr uint8_t kFreed = 0xDD;
 
@@ -24,8 +23,8 @@ std::map<uint64_t, Block> blocks;
 
 /// What the passwords of the tests ("geheim") end in, so that half of one is found as well. In
 /// memory that is given back it must not be.
-constexpr std::wstring_view kSecret = L"eim";
-constexpr std::string_view kAnsiSecret = "eim";
+constexpr std::string_view kSecret = "eim";
+constexpr std::string_view kWideSecret = {"e\0i\0m", 5};
 
 /// Checks a block that is about to be freed or moved; one from before the watch began is not known.
 /// False when it is free already.
@@ -39,17 +38,13 @@ bool retire(uint64_t address, const std::string& function) {
     violation("a heap block is freed twice");
     return false;
   }
-  auto* const block = reinterpret_cast<uint8_t*>(address);
-  if (!std::all_of(block + size, block + size + kGuardSize, [](uint8_t byte) {
-        return byte == kGuard;
-      })) {
+  auto* const block = reinterpret_cast<char*>(address);
+  if (std::string_view(block + size, kGuardSize) != std::string(kGuardSize, kGuard)) {
     violation("the library wrote past the end of a heap block of " + std::to_string(size) +
               " bytes");
   }
-  if (std::wstring_view(reinterpret_cast<const wchar_t*>(block), size / sizeof(wchar_t))
-              .find(kSecret) != kSecret.npos ||
-      std::string_view(reinterpret_cast<const char*>(block), size).find(kAnsiSecret) !=
-          kAnsiSecret.npos) {
+  const std::string_view content(block, size);
+  if (content.find(kSecret) != kSecret.npos || content.find(kWideSecret) != kSecret.npos) {
     violation("a password is left in a heap block that is freed");
   }
   accounts().close(Account::kHeapBlock, address, function);

@@ -15,10 +15,9 @@ namespace {
 const void* libraryBegin = nullptr;
 const void* libraryEnd = nullptr;
 
-/// Whether the library calls, on the watched thread. Where the compiler made a jump of a native's
-/// last call, that returns to the native's stub.
+/// Whether the library calls, on the watched thread.
 bool concerns(const Call& call) {
-  return monitor().watchesThisThread() && (isReturnToStub(call.caller) || isOfLibrary(call.caller));
+  return monitor().watchesThisThread() && isOfLibrary(call.caller);
 }
 
 const void* before(Call& call) {
@@ -48,9 +47,11 @@ void replace(const void** slot, const void* value) {
 /// All objects of a class share their table of methods: what others call passes unseen.
 void hookMethods(void* object, std::string_view names) {
   auto** const table = *static_cast<const void***>(object);
-  for (const Function* method : methodsOf(names)) {
-    const void** const slot = table + method->slot;
-    replace(slot, stubFor(std::string(method->name), *method, *slot));
+  for (const Function& method : allFunctions()) {
+    if (method.name.starts_with(names)) {
+      const void** const slot = table + method.slot;
+      replace(slot, stubFor(std::string(method.name), method, *slot));
+    }
   }
 }
 

@@ -41,11 +41,8 @@ std::wstring describe(JNIEnv* env, char type, uint64_t result) {
                         : type == 'Z' ? static_cast<jboolean>(result)
                         : type == 'I' ? static_cast<jint>(result)
                                       : static_cast<jlong>(result);
-  const bool isNumber = type == 'I' || type == 'J';
-  return value == 0    ? L""
-         : isNumber    ? std::to_wstring(value)
-         : type == 'Z' ? L"true"
-                       : L"an object";
+  const bool isObject = type == 'L' || type == '[';
+  return value == 0 ? L"" : isObject ? L"an object" : std::to_wstring(value);
 }
 
 const void* beforeNative(Call& call) {
@@ -107,12 +104,16 @@ void hookTable(jvmtiEnv* jvmti) {
   require(jvmti->GetJNIFunctionTable(&table));
   auto** const slots = reinterpret_cast<const void**>(table);
   for (size_t slot = 0; slot < sizeof *table / sizeof *slots; ++slot) {
-    const Function* const facts = findJniFunction(slot);
-    const std::string name =
-        facts == nullptr ? "JNI function " + std::to_string(slot) : std::string(facts->name);
     if (slots[slot] != nullptr) {
-      const Function unlisted{.failure = Failure::kUnlisted};
-      slots[slot] = stubFor(name, facts == nullptr ? unlisted : *facts, slots[slot]);
+      const std::string name = "JNI function " + std::to_string(slot);
+      slots[slot] = stubFor(name, {.failure = Failure::kUnlisted}, slots[slot]);
+    }
+  }
+  auto** const originals = reinterpret_cast<const void**>(jni);
+  for (const Function& function : allFunctions()) {
+    if (function.isOfJni()) {
+      const std::string name(function.name);
+      slots[function.slot] = stubFor(name, function, originals[function.slot]);
     }
   }
   require(jvmti->SetJNIFunctionTable(table));
@@ -152,9 +153,7 @@ void checkRulesOfJni(const Call& call) {
 void throwInJava(const Call& call) {
   if (!isPending(call)) {
     JNIEnv* const env = environment(call);
-    const bool isMethod = call.function->name.starts_with("Call");
-    jclass const type =
-        jni->FindClass(env, isMethod ? "java/lang/RuntimeException" : "java/lang/OutOfMemoryError");
+    jclass const type = jni->FindClass(env, "java/lang/RuntimeException");
     jni->ThrowNew(env, type, call.function->name.c_str());
     jni->DeleteLocalRef(env, type);
   }

@@ -15,7 +15,7 @@ void hookJni(JNIEnv* env);
 
 /// A call that JNI forbids while a Java exception is pending, or that has no row, is a violation.
 void checkRulesOfJni(const Call& call);
-/// Fails as the JVM does, with an error pending; one that is pending already stays.
+/// Fails as the JVM does, with an exception pending; one that is pending already stays.
 void throwInJava(const Call& call);
 /// Whether characters are released that the JVM did not give; the JVM itself must not see that.
 bool isNullRelease(const Call& call);

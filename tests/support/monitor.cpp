@@ -10,23 +10,19 @@
 namespace bed {
 namespace {
 
-using Kind = Prepared::Kind;
-
 bool begins(const std::wstring& call, const std::wstring& how) {
   return call.starts_with(how) && (call.size() == how.size() || call[how.size()] == L'\t');
 }
 
-const wchar_t* anyOf(const Call& call) {
-  return call.function->facts.isOfJni() ? L"any JNI call" : L"any call";
-}
+constexpr std::wstring_view kAny = L"any call";
 
 bool isUsedUp(const Prepared& entry) {
-  return entry.kind != Kind::kFails && entry.seen != 0 && !entry.always;
+  return !entry.fails && entry.seen != 0 && !entry.always;
 }
 
 /// Whether a call gets it now: a failure, when it is the n-th.
 bool comes(Prepared& entry, bool canFail) {
-  if (entry.kind != Kind::kFails) {
+  if (!entry.fails) {
     return true;
   }
   if (!canFail) {
@@ -77,16 +73,12 @@ uint64_t handOut(const Call& call, const Prepared& prepared) {
     *type = static_cast<uint32_t>(prepared.result);
   }
   auto* const data = reinterpret_cast<void*>(call.words[4]);
-  if (size == nullptr) {
-    return data == nullptr ? ERROR_SUCCESS : ERROR_INVALID_PARAMETER;
+  const auto whole = static_cast<uint32_t>(value.size());
+  const uint32_t capacity = size == nullptr ? 0 : std::exchange(*size, whole);
+  if (data == nullptr || capacity < whole) {
+    return data == nullptr ? ERROR_SUCCESS : ERROR_MORE_DATA;
   }
-  const uint32_t capacity = std::exchange(*size, static_cast<uint32_t>(value.size()));
-  if (data != nullptr && capacity < value.size()) {
-    return ERROR_MORE_DATA;
-  }
-  if (data != nullptr) {
-    std::memcpy(data, value.data(), value.size());
-  }
+  std::memcpy(data, value.data(), value.size());
   return ERROR_SUCCESS;
 }
 
@@ -98,7 +90,7 @@ Monitor& monitor() {
 }
 
 void violation(const std::string& text) {
-  monitor().violations.push_back(text);
+  monitor().violations.emplace_back(text.begin(), text.end());
 }
 
 void Monitor::arm() {
@@ -116,10 +108,9 @@ Prepared* Monitor::due(const Call& call) {
   for (Prepared& entry : prepared) {
     // Of a thousand answers, most are used up: they cost nothing any more.
     const bool isMeant =
-        !isUsedUp(entry) && (entry.call == anyOf(call) || begins(calls.back(), entry.call));
+        !isUsedUp(entry) && (entry.call == kAny || begins(calls.back(), entry.call));
     if (isMeant && comes(entry, canFail) &&
-        (entry.kind == Kind::kFails || due == nullptr ||
-         (due->kind != Kind::kFails && due->always))) {
+        (entry.fails || due == nullptr || (!due->fails && due->always))) {
       due = &entry;
     }
   }
@@ -129,18 +120,18 @@ Prepared* Monitor::due(const Call& call) {
 bool Monitor::settles(Call& call) {
   const Function& facts = call.function->facts;
   calls.push_back(showCall(call.function->name, facts.signature, call.words));
-  failable[facts.isOfJni() ? 1 : 0] += facts.canFail() ? 1 : 0;
+  failable += facts.canFail() ? 1 : 0;
   Prepared* const entry = due(call);
   if (entry == nullptr) {
     return false;
   }
-  if (entry->kind == Kind::kFails) {
-    failed = entry->call == anyOf(call) ? static_cast<int>(calls.size()) - 1 : failed;
+  if (entry->fails) {
+    failed = entry->call == kAny ? static_cast<int>(calls.size()) - 1 : failed;
     fail(call, entry->error);
     return true;
   }
   ++entry->seen;
-  if (entry->kind == Kind::kFinds) {
+  if (!entry->writes.empty() && entry->writes.front().first == Prepared::kFound) {
     call.result = handOut(call, *entry);
   } else {
     answer(call, *entry);
@@ -148,16 +139,16 @@ bool Monitor::settles(Call& call) {
   return true;
 }
 
-std::vector<std::wstring> Monitor::unused() const {
-  std::vector<std::wstring> texts;
+std::vector<std::wstring> Monitor::complaints() const {
+  std::vector<std::wstring> texts = violations;
   for (const Prepared& entry : prepared) {
     if (entry.seen < entry.nth && !entry.always) {
       const auto isMeant = [&](const std::wstring& call) { return begins(call, entry.call); };
-      texts.push_back(
-          L"prepared in vain: " +
-          (entry.kind == Kind::kFails ? L"failure " + std::to_wstring(entry.nth) : L"an answer") +
-          L" of " + entry.call + L", which was called " +
-          std::to_wstring(std::count_if(calls.begin(), calls.end(), isMeant)) + L" times");
+      texts.push_back(L"prepared in vain: " +
+                      (entry.fails ? L"failure " + std::to_wstring(entry.nth) : L"an answer") +
+                      L" of " + entry.call + L", which was called " +
+                      std::to_wstring(std::count_if(calls.begin(), calls.end(), isMeant)) +
+                      L" times");
     }
   }
   return texts;

@@ -9,7 +9,7 @@ import java.util.stream.Collectors;
 import java.util.stream.IntStream;
 
 /** The calls that a scene names: all of each function that it names at all, in order. */
-public final class Calls {
+final class Calls {
 
     private static final List<String> NOTHING_MORE = List.of("(nothing more)");
 
@@ -41,12 +41,6 @@ public final class Calls {
                 .map(call -> call.matches("fputc\t\\d+\tstderr")
                         ? Character.toString(Integer.parseInt(call.split("\t")[1])) : call)
                 .collect(Collectors.joining());
-    }
-
-    /** Those of one function, with a blank before each argument. */
-    public static List<String> of(String function) {
-        return Hooks.each(Hooks.calls()).stream().filter(call -> call.split("\t", 2)[0].equals(function))
-                .map(call -> call.replace('\t', ' ')).toList();
     }
 
     /** Nothing, or what was expected beside what came; none of them may be right, too. */
@@ -92,15 +86,10 @@ public final class Calls {
         }
         String real = stage.shown(stage.real(wanted));
         return (real.matches("x[0-9A-F_]+") ? real.replace("_", "") : real).equals(came)
-                || isNumber(wanted) && isNumber(came) && isSame(Words.number(wanted), Words.number(came));
+                || isNumber(wanted) && isNumber(came) && Words.number(wanted) == Words.number(came);
     }
 
     private static boolean isNumber(String text) {
         return text.matches("-?\\d{1,18}|0x[0-9A-Fa-f]{1,16}");
-    }
-
-    /** A negative number of 32 bits may be written in either way. */
-    private static boolean isSame(long wanted, long came) {
-        return wanted == came || came < 0 && came == (int) wanted && wanted >>> 32 == 0;
     }
 }

@@ -15,9 +15,6 @@ import java.util.TreeMap;
 /** A folder of small text files for a test. What goes wrong in here is an error of the test. */
 public final class Folder {
 
-    private static final int READ_ONLY = 1;
-    private static final int HIDDEN = 2;
-
     private final Path path;
 
     private Folder(Path path) {
@@ -71,17 +68,13 @@ public final class Folder {
         return Files.exists(Path.of(path(name)), LinkOption.NOFOLLOW_LINKS);
     }
 
-    /** Windows' attribute mask. */
-    public int attributes(String name) {
-        return sure(() -> (Integer) Files.getAttribute(Path.of(path(name)), "dos:attributes"));
+    /** Whether it is "readonly" or "hidden". */
+    boolean is(String mark, String name) {
+        return sure(() -> (Boolean) Files.getAttribute(Path.of(path(name)), "dos:" + mark));
     }
 
-    public void setAttributes(String name, int attributes) {
-        sure(() -> {
-            Path file = Path.of(path(name));
-            Files.setAttribute(file, "dos:readonly", (attributes & READ_ONLY) != 0);
-            return Files.setAttribute(file, "dos:hidden", (attributes & HIDDEN) != 0);
-        });
+    public void mark(String mark, String name) {
+        sure(() -> Files.setAttribute(Path.of(path(name)), "dos:" + mark, true));
     }
 
     /** All files with their contents, a byte for each character, and all folders, however deep and in order. */

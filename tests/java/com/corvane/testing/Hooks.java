@@ -30,9 +30,8 @@ public final class Hooks {
 
     public static native void disarm();
 
-    /** For {@link #fail}: all calls of Windows, and all of JNI, that can fail. */
+    /** For {@link #fail}: all calls that can fail, of Windows and of JNI. */
     public static final String ANY = "any call";
-    static final String ANY_OF_JNI = "any JNI call";
 
     /** For {@link #fail}: the call fails, and the last error is 0. */
     static final int NO_ERROR = -1;
@@ -49,17 +48,17 @@ public final class Hooks {
      */
     public static native void answer(String call, long result, int lastError, boolean always);
 
+    /** For {@link #writeTo}: the data are those of a registry value, which is found; the result is its type. */
+    static final int FOUND = -1;
+
     /** The last answer writes these data to where an argument points. */
     public static native void writeTo(int argument, byte[] data, int size);
 
     /** In these data, with a number added: the place so many bytes behind where they are written. */
     static final long HERE = 0x5CE4E00000000L;
 
-    /** What a query of a registry value finds, at its next call or, for the last one given, from then on. */
-    static native void findValue(String function, int type, byte[] data, int size);
-
     /** How many of the calls so far could have been made to fail. */
-    public static native int failable(boolean jni);
+    public static native int failable();
 
     /** Which of the calls failed as the n-th of all; -1 when none did. */
     static native int failed();
@@ -68,12 +67,9 @@ public final class Hooks {
     static native boolean knows(String function);
 
     /** A list of all calls since the last reset, as the table of functions shows them: a tab before each argument. */
-    static native WString calls();
+    public static native WString calls();
 
-    /** A list of what was prepared and has not come about, in words. */
-    static native WString unused();
-
-    /** A list of what is open that must be closed by now, or was too much at once, and of what must never be done. */
+    /** A list of what must never be done, what was prepared in vain, and what is open that must be closed by now. */
     static native WString complaints();
 
     /** A list, taken apart. */
@@ -86,7 +82,4 @@ public final class Hooks {
 
     /** How many things are open that the library promises to leave open. */
     static native int leftOpen();
-
-    /** The most things of a kind that were open at once. */
-    public static native int peak(String kind);
 }

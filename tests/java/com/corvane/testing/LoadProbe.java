@@ -83,11 +83,11 @@ public final class LoadProbe {
                         com.equals("multithreaded") ? Ole32.COINIT_MULTITHREADED : Ole32.COINIT_APARTMENTTHREADED);
             }
             // What fails at first fails again, and two threads load one copy.
-            Thread other = new Thread(() -> Outcome.ofVoid(Win32Library::load));
+            Thread other = new Thread(() -> Outcome.thrownBy(Win32Library::load));
             if (com == null) {
                 other.start();
             }
-            Outcome.ofVoid(Win32Library::load);
+            Outcome.thrownBy(Win32Library::load);
             other.join();
             Win32Library.load();
             System.out.println("loaded, answers " + new Win32RegistryServiceImpl().keyExists(3, null));

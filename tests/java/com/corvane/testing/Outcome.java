@@ -7,25 +7,25 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import com.corvane.wizard.service.ServiceException;
 import java.util.concurrent.Callable;
 import org.junit.jupiter.api.function.Executable;
+import org.junit.platform.commons.function.Try;
 
-/** What a call threw; null for nothing. */
-public record Outcome(Throwable thrown) {
+/** How a call ends. */
+public final class Outcome {
+
+    private Outcome() {}
 
     /** What work gives that can fail only when the test itself is wrong. */
     public static <T> T sure(Callable<T> work) {
-        try {
-            return work.call();
-        } catch (Exception failure) {
-            throw new AssertionError(failure);
-        }
+        return Try.call(work).getOrThrow(IllegalStateException::new);
     }
 
-    public static Outcome ofVoid(Executable action) {
+    /** What the action throws; null for nothing. */
+    public static Throwable thrownBy(Executable action) {
         try {
             action.execute();
-            return new Outcome(null);
+            return null;
         } catch (Throwable thrown) {
-            return new Outcome(thrown);
+            return thrown;
         }
     }
 
@@ -34,10 +34,5 @@ public record Outcome(Throwable thrown) {
         ServiceException thrown = assertThrows(ServiceException.class, action);
         assertEquals(code + " error " + (int) error, thrown.getCode() + " error " + thrown.getReason());
         assertNotNull(thrown.getMessage());
-    }
-
-    @Override
-    public String toString() {
-        return thrown == null ? "returned nothing" : thrown.toString();
     }
 }

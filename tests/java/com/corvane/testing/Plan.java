@@ -55,7 +55,11 @@ public final class Plan {
             new Pointer(addresses.get(name)).write(0, data, 0, data.length);
         } else if (first.equals("value")) {
             byte[] data = data(entry.subList(2, entry.size()), !system.isAnsi());
-            Hooks.findValue(system.function("RegQueryValueEx"), (int) Words.number(name), data, data.length);
+            // The next query finds it, and all later ones of which nothing else is said.
+            for (boolean always : new boolean[] {false, true}) {
+                Hooks.answer(system.function("RegQueryValueEx"), Words.number(name), 0, always);
+                Hooks.writeTo(Hooks.FOUND, data, data.length);
+            }
         } else if (failure.matches()) {
             fail(failure);
         } else if (first.endsWith(":")) {

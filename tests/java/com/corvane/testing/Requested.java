@@ -33,11 +33,9 @@ final class Requested extends ProcessRequest {
         };
     }
 
-    /** As a scene writes it after the outcome; since it was last asked. */
+    /** As a scene writes it after the outcome. */
     String told() {
-        String all = told.toString();
-        told.setLength(0);
-        return all;
+        return told.toString();
     }
 
     /** What was written is told when it is closed. */

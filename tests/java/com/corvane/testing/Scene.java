@@ -131,7 +131,6 @@ final class Scene {
         if (has("open")) {
             compare(differences, "things left open", clause("open"), Integer.toString(Hooks.leftOpen()));
         }
-        differences.addAll(Hooks.each(Hooks.unused()));
         differences.addAll(Hooks.each(Hooks.complaints()));
         return differences;
     }

@@ -57,7 +57,7 @@ final class Stage {
             }
             String[] parts = name[1].split(",", -1);
             folder.file(name[0], parts[0]);
-            folder.setAttributes(name[0], Stream.of(parts).skip(1).mapToInt(mark -> 1 << MARKS.indexOf(mark)).sum());
+            Stream.of(parts).skip(1).forEach(mark -> folder.mark(mark.replace("-", ""), name[0]));
         }
         if (usesRegistry) {
             RawRegistry.deleteTree(RawRegistry.KEY);
@@ -100,8 +100,7 @@ final class Stage {
     }
 
     private String content(String name, String content) {
-        int attributes = folder.attributes(name);
-        return MARKS.stream().filter(mark -> (attributes & 1 << MARKS.indexOf(mark)) != 0).map(mark -> "," + mark)
+        return MARKS.stream().filter(mark -> folder.is(mark.replace("-", ""), name)).map(mark -> "," + mark)
                 .collect(Collectors.joining("", content.startsWith("L\0\0\0") ? "a-shortcut" : content, ""));
     }
 

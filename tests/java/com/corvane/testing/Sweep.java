@@ -25,9 +25,9 @@ final class Sweep {
             + "; FormatMessage[AW]|GetSystemDirectoryA|LoadLibraryExA => lost"
             + "; WideCharToMultiByte => error 1113"
             + "; MultiByteToWideChar => error 1113 or lost"
-            + "; CoCreateInstance|I\\w+::.*|SHGetSpecialFolderLocation => error 2147943850");
+            + "; CoCreateInstance|I\\w+::.*|SHGetSpecialFolderLocation => error 2147943850"
+            + "; (Call|New|FindClass|Get(Byte|Method|Object|Static|String)|Set(Byte|Object))\\w* => thrown");
     private static final List<Rule> OTHERWISE = rules(".* => error 1450");
-    private static final List<Rule> IN_JNI = rules(".* => thrown");
 
     /** What may follow a failure: closing, asking for the reason, and raising. */
     private static final Pattern CLEAN_UP = Pattern.compile("(RegCloseKey|CloseHandle|FreeLibrary|LocalFree|FindClose"
@@ -80,27 +80,25 @@ final class Sweep {
     }
 
     List<String> differences() throws Exception {
-        run(() -> {});
-        good = run(() -> {});
+        run(0);
+        good = run(0);
         after = state();
-        int calls = Hooks.failable(false);
-        int jniCalls = Hooks.failable(true);
+        int calls = Hooks.failable();
         note("the good call", false);
-        if (calls + jniCalls == 0) {
+        if (calls == 0) {
             differences.add("no call could fail");
         }
-        Hooks.each(Hooks.unused()).forEach(unused -> differences.add("the good call: " + unused));
         scene.prepare(system);
         before = state();
-        runEach(false, calls);
-        runEach(true, jniCalls);
+        runEach(calls);
         return differences.isEmpty() ? differences
                 : Stream.concat(Stream.of("the good call came to " + good), differences.stream()).toList();
     }
 
-    private String run(Runnable plan) throws Exception {
+    /** The n-th of all calls fails, or none for 0. */
+    private String run(int nth) throws Exception {
         scene.prepare(system);
-        plan.run();
+        Hooks.fail(Hooks.ANY, nth, 0, false);
         Native action = new Native(call, stage);
         Hooks.arm();
         String outcome = action.outcome();
@@ -114,36 +112,36 @@ final class Sweep {
                 .collect(Collectors.joining(", "));
     }
 
-    private void runEach(boolean jni, int count) throws Exception {
+    private void runEach(int count) throws Exception {
         for (int nth = 1; nth <= count; ++nth) {
-            int number = nth;
-            String outcome = run(() -> Hooks.fail(jni ? Hooks.ANY_OF_JNI : Hooks.ANY, number, 0, false));
-            String run = (jni ? "JNI call " : "call ") + nth + " of " + count;
+            String outcome = run(nth);
+            String run = "call " + nth + " of " + count;
             int at = Hooks.failed();
             if (at < 0) {
                 differences.add(run + " did not come");
             } else {
-                judge(run, jni, outcome, Calls.shown(stage), at);
+                judge(run, outcome, Calls.shown(stage), at);
             }
         }
     }
 
-    private void judge(String call, boolean jni, String outcome, List<String> calls, int at) {
+    private void judge(String call, String outcome, List<String> calls, int at) {
         String failed = calls.get(at);
         String run = call + " fails, " + failed;
         List<String> work = calls.stream().skip(at + 1L).filter(later -> !CLEAN_UP.matcher(later).matches()).toList();
-        if (!isRight(jni, outcome, failed, work.isEmpty() ? null : work.get(0))) {
-            differences.add(run + ": " + brief(outcome) + "; and then " + work.stream().limit(3).toList());
+        if (!isRight(outcome, failed, work.isEmpty() ? null : work.get(0))) {
+            differences.add(run + ": " + outcome + "; and then " + work.stream().limit(3).toList());
         }
         note(run, true);
         String state = state();
         if (!isRightState(outcome + " / " + failed, state)) {
-            differences.add(run + ": " + brief(outcome) + ", and left this:\n" + state);
+            differences.add(run + ": " + outcome + ", and left this:\n" + state);
         }
     }
 
     private void note(String run, boolean mayEndEarly) {
         List<String> complaints = new ArrayList<>(Hooks.each(Hooks.complaints()));
+        complaints.removeIf(complaint -> mayEndEarly && complaint.startsWith("prepared in vain"));
         if (scene.has("calls")) {
             complaints.addAll(new Calls(scene.clause("calls"), system, stage).differences(mayEndEarly));
         }
@@ -151,8 +149,8 @@ final class Sweep {
     }
 
     /** The rules of the scene count before those for all; of several for a call, one must hold. */
-    private boolean isRight(boolean jni, String outcome, String failed, String next) {
-        return Stream.of(rules, jni ? IN_JNI : ALWAYS, OTHERWISE)
+    private boolean isRight(String outcome, String failed, String next) {
+        return Stream.of(rules, ALWAYS, OTHERWISE)
                 .map(rules -> rules.stream().filter(rule -> rule.when.matcher(failed).matches()).toList())
                 .filter(rules -> !rules.isEmpty()).findFirst().orElseThrow().stream()
                 .anyMatch(rule -> (next == null || rule.fallback != null && rule.fallback.matcher(next).matches())
@@ -183,9 +181,5 @@ final class Sweep {
         List<String[]> truths = Stream.of(scene.clause("state").split("; +")).map(truth -> truth.split(" => ", 2))
                 .filter(sides -> when.matches(sides[0])).toList();
         return !truths.isEmpty() && truths.stream().allMatch(sides -> state.matches("(?s)" + sides[1]));
-    }
-
-    private static String brief(String text) {
-        return text.length() <= 200 ? text : text.substring(0, 200) + "...";
     }
 }

@@ -16,43 +16,28 @@ final class Words {
         }
     }
 
-    private static final Pattern WORD = Pattern.compile("(?:'[^']*'|[^\\s'])+");
+    /** Without the separator that may stand at its end, which is a word of its own. */
+    private static final Pattern WORD = Pattern.compile("(?:'[^']*'|[^\\s'])+?(?=[;,]?(?:\\s|$))");
     private static final Pattern REPEATED = Pattern.compile("(?:\\(([^()]+)\\)|(.))\\*(\\d+)");
     private static final Pattern OFTEN = Pattern.compile("(?s)(.{1,200}?)\\1{19,}");
 
     private Words() {}
 
     static List<Word> of(String line) {
-        List<Word> words = new ArrayList<>();
-        Matcher found = WORD.matcher(line);
-        while (found.find()) {
-            String raw = found.group();
-            int length = raw.length();
-            boolean separator = length > 1 && (raw.endsWith(";") || raw.endsWith(","));
-            if (separator) {
-                raw = raw.substring(0, --length);
-            }
-            words.add(new Word(raw.replace("'", ""), raw.contains("'"), found.start(), found.start() + length));
-            if (separator) {
-                words.add(new Word(line.substring(found.end() - 1, found.end()), false, found.end() - 1, found.end()));
-            }
-        }
-        return words;
+        return WORD.matcher(line).results().map(found -> new Word(found.group().replace("'", ""),
+                found.group().contains("'"), found.start(), found.end())).toList();
     }
 
     /** The parts between these separators. */
     static List<List<Word>> parts(List<Word> words, String separator) {
-        List<List<Word>> parts = new ArrayList<>();
-        List<Word> part = new ArrayList<>();
+        List<List<Word>> parts = new ArrayList<>(List.of(new ArrayList<>()));
         for (Word word : words) {
             if (word.is(separator)) {
-                parts.add(part);
-                part = new ArrayList<>();
+                parts.add(new ArrayList<>());
             } else {
-                part.add(word);
+                parts.get(parts.size() - 1).add(word);
             }
         }
-        parts.add(part);
         parts.removeIf(List::isEmpty);
         return parts;
     }

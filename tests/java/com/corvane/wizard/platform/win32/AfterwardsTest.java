@@ -5,7 +5,6 @@ import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
-import com.corvane.testing.Calls;
 import com.corvane.testing.Folder;
 import com.corvane.testing.LoadProbe;
 import com.corvane.testing.Hooks;
@@ -72,7 +71,7 @@ class AfterwardsTest {
     void end() throws Exception {
         processes.forEach(Process::destroyForcibly);
         Reboot.forget();
-        await(() -> Reboot.isAwaited() || Outcome.ofVoid(folder::clear).thrown() == null);
+        await(() -> Reboot.isAwaited() || Outcome.thrownBy(folder::clear) == null);
         Files.deleteIfExists(foreign);
     }
 
@@ -142,8 +141,8 @@ class AfterwardsTest {
                 "tree\\used", "other\\locked\\file", "outside\\file", "killed\\file")) {
             folder.file(name, "");
         }
-        folder.setAttributes("tree\\read-only", 1);
-        folder.setAttributes("used", 1);
+        folder.mark("readonly", "tree\\read-only");
+        folder.mark("readonly", "used");
         for (String link : List.of("tree\\link", "link")) {
             Files.createSymbolicLink(Path.of(folder.path(link)), Path.of(folder.path("outside")));
         }
@@ -221,9 +220,9 @@ class AfterwardsTest {
                 + "q0x6000 q0x6004 n7 n" + Kernel32.INSTANCE.GetCurrentThreadId());
         new Win32SystemUtilServiceImpl().nativeDeleteFilesAfterExit(
                 Collections.enumeration(List.of("C:\\t\\a")), null, false, "c");
-        String message = Calls.of("SendMessageA").toString();
+        String calls = Hooks.calls().toString();
         Hooks.disarm();
-        assertTrue(message.matches("\\[SendMessageA (?!0 )(\\w+) 74 \\1 .*"), message);
+        assertTrue(calls.matches("(?s).*SendMessageA\t(?!0\t)(\\w+)\t74\t\\1\t.*"), calls);
     }
 
     private static void assertCannotBeNamed(String path) {

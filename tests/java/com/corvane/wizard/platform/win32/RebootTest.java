@@ -146,8 +146,8 @@ class RebootTest {
             Folder folder = newFolder(call + " without power " + failures.replaceAll("\\W", ""), call);
             int last = until;
             if (!Reboot.isOver()) {
-                Outcome.ofVoid(() -> call(system, call, failures, last, folder));
-                calls = Hooks.failable(false);
+                Outcome.thrownBy(() -> call(system, call, failures, last, folder));
+                calls = Hooks.failable();
             } else if (!folder.has("")) {
                 break;
             }
