@@ -15,9 +15,10 @@ namespace {
 const void* libraryBegin = nullptr;
 const void* libraryEnd = nullptr;
 
-/// Whether the library calls, on the watched thread.
+/// Whether the library calls, on the watched thread. Where the compiler made a jump of a native's
+/// last call, that returns to the native's stub.
 bool concerns(const Call& call) {
-  return monitor().watchesThisThread() && isOfLibrary(call.caller);
+  return monitor().watchesThisThread() && (isReturnToStub(call.caller) || isOfLibrary(call.caller));
 }
 
 const void* before(Call& call) {

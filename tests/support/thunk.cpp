@@ -15,6 +15,7 @@ static_assert(sizeof(Call) == 48 && offsetof(Call, words) == 8 && offsetof(Call,
 extern "C" {
 
 void bedThunk();
+void bedReturned();
 
 const void* bedBefore(Call* call) {
   call->lastError = GetLastError();
@@ -73,6 +74,8 @@ bedThunk:
     movq 16(%rsi), %r8
     movq 24(%rsi), %r9
     call *%rax
+    .globl bedReturned
+bedReturned:
     movq %rax, 24(%rbx)
 2:  movq %rbx, %rcx
     call bedAfter
@@ -96,6 +99,10 @@ const void* makeStub(const HookedFunction& function) {
   void* const stub =
       VirtualAlloc(nullptr, sizeof code, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
   return std::memcpy(stub, code, sizeof code);
+}
+
+bool isReturnToStub(const void* address) {
+  return address == reinterpret_cast<const void*>(&bedReturned);
 }
 
 }  // namespace bed

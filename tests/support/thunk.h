@@ -44,6 +44,10 @@ struct HookedFunction {
 /// Makes the address to call instead of `function.original`. It lives until the process ends.
 const void* makeStub(const HookedFunction& function);
 
+/// Whether an address is where a stub's original returns to: its caller is a hooked function whose
+/// last act is a jump.
+bool isReturnToStub(const void* address);
+
 /// Whether an address is in the hooked library.
 bool isOfLibrary(const void* address);
 
