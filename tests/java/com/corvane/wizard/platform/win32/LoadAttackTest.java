@@ -6,6 +6,7 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.corvane.testing.LoadProbe;
+import com.corvane.testing.Outcome;
 import com.sun.jna.platform.win32.Advapi32Util;
 import java.io.IOException;
 import java.nio.channels.SeekableByteChannel;
@@ -28,6 +29,7 @@ import java.util.List;
 import java.util.Set;
 import java.util.stream.Stream;
 import org.junit.jupiter.api.Test;
+import org.junit.jupiter.api.Timeout;
 import org.junit.jupiter.api.function.ThrowingConsumer;
 import org.junit.jupiter.api.io.TempDir;
 
@@ -154,6 +156,31 @@ class LoadAttackTest {
             try (SeekableByteChannel changed = Files.newByteChannel(file)) {
                 assertThrows(IOException.class, () -> JarCopy.requireContent(changed, content), found);
             }
+        }
+    }
+
+    /** In the moment before the copy is opened for good; and when that, or its use, has failed nothing stays there. */
+    @Test
+    @Timeout(120)
+    void whatIsWrittenInTheMiddleIsFound() throws Exception {
+        Throwable failure = null;
+        while (failure == null || !failure.getMessage().contains("changed the copy")) {
+            Path folder = CopyFolder.create(temporary);
+            Path copy = CopyFolder.copyIn(folder, Win32Library.FILE);
+            Thread writer = new Thread(() -> {
+                while (!Thread.interrupted()) {
+                    Outcome.thrownBy(() -> Files.writeString(copy, "Library", StandardOpenOption.WRITE));
+                }
+            });
+            writer.start();
+            failure = Outcome.thrownBy(() -> JarCopy.<IOException>useIn(folder, copy,
+                    "library".getBytes(StandardCharsets.UTF_8), (file, held) -> {
+                        writer.interrupt();
+                        throw new IOException("used");
+                    }));
+            writer.interrupt();
+            writer.join();
+            assertTrue(!failure.getMessage().equals("used") || !Files.exists(folder), "it stays");
         }
     }
 
